@@ -56,6 +56,7 @@ void CEditTagModel::ClearShownArt() {}
 HWND CEditTagModel::OwnerWindow() const { return nullptr; }
 
 HRESULT CEditTagModel::ConnectNamespace() {
+    ReleaseInterfaces();  // a second connection replaces the first
     if (!m_pFolder || !m_pSite || !m_items) return E_POINTER;
 
     void* object = nullptr;
@@ -97,6 +98,10 @@ HRESULT CEditTagModel::ConnectNamespace() {
 void CEditTagModel::ReleaseNamespace() {
     CoTaskMemFree(m_currentItem);
     m_currentItem = nullptr;
+    ReleaseInterfaces();
+}
+
+void CEditTagModel::ReleaseInterfaces() {
     ReleaseAndClear(m_librarySource);
     ReleaseAndClear(m_library);
     ReleaseAndClear(m_cursor);

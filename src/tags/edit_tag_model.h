@@ -119,4 +119,5 @@ public:
 
 private:
     bool CopyItemPath(LPCWSTR path);
+    void ReleaseInterfaces();
 };
