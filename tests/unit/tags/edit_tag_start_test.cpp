@@ -1,6 +1,6 @@
 // The start of a tag dialog without its window: connecting to the library, reading the first
 // readable item, the view's current item, and letting everything go again.
-#include "tags/tag_model_fixture.h"
+#include "tests/unit/tags/tag_model_fixture.h"
 
 namespace tagtest {
 namespace {
@@ -69,6 +69,45 @@ public:
 #undef KX_NOT_HERE
 };
 
+// A host folder that leaves items without an identifier out of the sets it makes objects for, so
+// that such an item reaches the editor's reading.
+class NullSkippingFolder : public IKxContentFolder {
+public:
+    explicit NullSkippingFolder(IKxContentFolder* inner) : inner_(inner) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
+        return inner_->QueryInterface(riid, ppv);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetItemObject(IKxContentSite* site, HWND owner, UINT count, const KxPcPidl* items,
+                                            REFIID riid, void** ppv) override {
+        std::vector<KxPcPidl> known;
+        for (UINT i = 0; i < count; ++i)
+            if (items[i]) known.push_back(items[i]);
+        return inner_->GetItemObject(site, owner, static_cast<UINT>(known.size()), known.data(), riid, ppv);
+    }
+    HRESULT STDMETHODCALLTYPE EnumItems(DWORD r, DWORD f, REFIID riid, void** ppv) override {
+        return inner_->EnumItems(r, f, riid, ppv);
+    }
+    HRESULT STDMETHODCALLTYPE GetItemAttributes(UINT c, const KxPcPidl* i, DWORD* a) override {
+        return inner_->GetItemAttributes(c, i, a);
+    }
+    HRESULT STDMETHODCALLTYPE Reserved1() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetItemName(KxPcPidl i, DWORD f, LPWSTR* n) override {
+        return inner_->GetItemName(i, f, n);
+    }
+    HRESULT STDMETHODCALLTYPE BindToFolder(KxPcPidl i, REFIID riid, void** ppv) override {
+        return inner_->BindToFolder(i, riid, ppv);
+    }
+    HRESULT STDMETHODCALLTYPE Reserved2() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved3() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ParseName(LPCWSTR n, DWORD f, KxPidl* p) override { return inner_->ParseName(n, f, p); }
+    HRESULT STDMETHODCALLTYPE GetOwnId(KxPidl* p) override { return inner_->GetOwnId(p); }
+
+private:
+    IKxContentFolder* inner_;
+};
+
 TEST_F(Starting, OneItemFromTheStartOfTheView) {
     BOOL isLast = FALSE, isFirst = FALSE;
     ScriptedEditor& e = StartedEditor({0}, &isLast, &isFirst);
@@ -85,7 +124,7 @@ TEST_F(Starting, OneItemFromTheStartOfTheView) {
     EXPECT_EQ(nullptr, e.m_currentItem);
     EXPECT_EQ(nullptr, e.m_properties);
     EXPECT_EQ(nullptr, e.m_library);
-    EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
+    EXPECT_EQ(ownReferences, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     e.ReleaseNamespace();  // twice is harmless
 }
 
@@ -98,15 +137,24 @@ TEST_F(Starting, ViewOfOneItemIsFirstAndLast) {
 }
 
 TEST_F(Starting, SeveralItemsShowTheFirstThatReads) {
+    NullSkippingFolder folder(root);
+    KxPcPidl items[] = {nullptr, pidls[1], pidls[2]};
     BOOL isLast = FALSE, isFirst = FALSE;
-    ScriptedEditor& e = StartedEditor({-1, 1, 2}, &isLast, &isFirst);
-    EXPECT_EQ(KX_EDITMODE_SEVERAL, e.m_nMode);
-    EXPECT_EQ(L"Two", std::wstring(e.m_tags.title));
-    ASSERT_EQ(3u, e.m_itemCapabilities.size());
-    for (DWORD word : e.m_itemCapabilities[0]->tags) EXPECT_EQ(0u, word);  // the item without an id
-    EXPECT_EQ(7u, e.m_itemCapabilities[2]->tags[KxTagTitle]);
-    EXPECT_EQ(std::wstring(L"C:\\Music\\two.mp3"), e.m_itemPath);  // the shown item's path
-    EXPECT_TRUE(isFirst);  // the view's current item is track 0
+    {
+        ScriptedEditor e(site, &folder, 3, items);
+        EXPECT_EQ(S_OK, e.InitEditTagModel(&isLast, &isFirst));
+        EXPECT_EQ(KX_EDITMODE_SEVERAL, e.m_nMode);
+        EXPECT_EQ(L"Two", std::wstring(e.m_tags.title ? e.m_tags.title : L"<null>"));
+        ASSERT_EQ(3u, e.m_itemCapabilities.size());
+        for (DWORD word : e.m_itemCapabilities[0]->tags) EXPECT_EQ(0u, word);  // the item without an id
+        EXPECT_EQ(7u, e.m_itemCapabilities[2]->tags[KxTagTitle]);
+        EXPECT_EQ(std::wstring(L"C:\\Music\\two.mp3"), e.m_itemPath);  // the shown item's path
+        EXPECT_TRUE(isFirst);  // the view's current item is track 0
+    }
+    KxPcPidl unreadable[] = {nullptr, nullptr, pidls[0]};
+    ScriptedEditor none(site, &folder, 2, unreadable);
+    EXPECT_EQ(E_POINTER, none.InitEditTagModel(nullptr, nullptr));
+    EXPECT_EQ(E_POINTER, none.m_hrResult);
 }
 
 TEST_F(Starting, FailuresCloseTheDialogWithAMissingPointerCode) {
@@ -121,7 +169,7 @@ TEST_F(Starting, FailuresCloseTheDialogWithAMissingPointerCode) {
         EXPECT_EQ(E_POINTER, e.InitEditTagModel(nullptr, nullptr)) << c.what;
         EXPECT_EQ(E_POINTER, e.m_hrResult) << c.what;
         editor.reset();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << c.what << "\n" << lib->DescribeLiveObjects();
+        EXPECT_EQ(ownReferences, lib->OutstandingReferences()) << c.what << "\n" << lib->DescribeLiveObjects();
         lib->ResetFailures();
     }
 

@@ -1,4 +1,4 @@
-#include "tags/tag_model_fixture.h"
+#include "tests/unit/tags/tag_model_fixture.h"
 
 #include <cstring>
 #include <cwchar>
@@ -65,8 +65,7 @@ void TagModelTest::SetUp() {
         tracks.push_back(t);
         pidls.push_back(lib->NewPidl(t));
     }
-    // Track 0: all ten tags; the title is read-only, the rating and number have no capability bit
-    // at all, the number has the read bit only.
+    // Track 0: all ten tags; title, rating and number can only be read.
     ItemId t0 = tracks[0];
     lib->SetString(t0, KxPropTitle, L"One", kxhost::kReadable);
     lib->SetString(t0, KxPropArtist, L"Zed");
@@ -75,7 +74,7 @@ void TagModelTest::SetUp() {
     lib->SetString(t0, KxPropGenre, L"Rock");
     lib->SetString(t0, KxPropYear, L"1999");
     lib->SetInt(t0, KxPropTrackNumber, 3);
-    lib->SetInt(t0, KxPropRating, 4, 0);
+    lib->SetInt(t0, KxPropRating, 4, kxhost::kReadable);
     lib->SetInt(t0, KxPropTagInt12, 1234567, kxhost::kReadable);
     lib->SetValue(t0, KxPropAlbumArt, PropertyValue::Blob({0xFF, 0xD8, 0x01}));
     lib->SetString(t0, KxPropLocation, L"Music");
@@ -93,6 +92,7 @@ void TagModelTest::SetUp() {
     lib->SetView(tracks, 0);
     ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
     ASSERT_EQ(S_OK, lib->CreateSite(&site));
+    ownReferences = lib->OutstandingReferences();
 }
 
 void TagModelTest::TearDown() {

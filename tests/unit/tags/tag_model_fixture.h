@@ -72,6 +72,7 @@ protected:
     std::unique_ptr<ScriptedEditor> editor;
     std::vector<KxPcPidl> given;  // the items handed to the editor
     long blocksBefore = 0;
+    long ownReferences = 0;  // the test's own references to the root and the site
 };
 
 }  // namespace tagtest

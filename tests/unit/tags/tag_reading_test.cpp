@@ -1,5 +1,5 @@
 // Reading one item's ten tags and the known values, and what several items allow.
-#include "tags/tag_model_fixture.h"
+#include "tests/unit/tags/tag_model_fixture.h"
 
 #include <string>
 
@@ -25,7 +25,7 @@ TEST_F(Reading, TenTagsWithTheirFlags) {
     EXPECT_EQ(3, t.trackNumber);
     EXPECT_EQ(KX_TAGFLAGS_WRITABLE, t.trackNumberFlags);
     EXPECT_EQ(4, t.rating);
-    EXPECT_EQ(KX_TAGFLAGS_PRESENT, t.ratingFlags);  // no capability bit at all: still there
+    EXPECT_EQ(KX_TAGFLAGS_PRESENT, t.ratingFlags);
     EXPECT_EQ(1234567, t.tagInt12);
     EXPECT_EQ(KX_TAGFLAGS_PRESENT, t.tagInt12Flags);  // the read bit is not kept in this record
     ASSERT_EQ(3u, t.artSize);
@@ -203,14 +203,16 @@ TEST_F(Reading, KnownValueCodes) {
 }
 
 TEST_F(Reading, CapabilityWordsPerItemAndTag) {
+    lib->SetCapabilities(tracks[1], KxPropTitle, 0);
     ScriptedEditor& e = StartedEditor({0, 1});
     ASSERT_EQ(2u, e.m_itemCapabilities.size());
     const DWORD* first = e.m_itemCapabilities[0]->tags;
     const DWORD* second = e.m_itemCapabilities[1]->tags;
     EXPECT_EQ(3u, first[KxTagTitle]);  // readable only
     EXPECT_EQ(7u, first[KxTagArtist]);
-    EXPECT_EQ(1u, first[KxTagRating]);  // there, no capability bit
+    EXPECT_EQ(3u, first[KxTagRating]);
     EXPECT_EQ(3u, first[KxTagTagInt12]);
+    EXPECT_EQ(1u, second[KxTagTitle]);  // there, without any capability bit
     EXPECT_EQ(7u, first[KxTagArt]);
     EXPECT_EQ(0u, second[KxTagAlbum]);
     EXPECT_EQ(7u, second[KxTagRating]);
@@ -256,8 +258,12 @@ TEST_F(Reading, FreeTrackTagValuesZeroesTheWholeRecord) {
     for (int tag = 0; tag < KxTagCount; ++tag) {
         const KxTagField& field = KxTagFieldOf(tag);
         EXPECT_EQ(0u, r.*field.flags) << tag;
-        if (field.text) EXPECT_EQ(nullptr, r.*field.text) << tag;
-        if (field.number) EXPECT_EQ(0, r.*field.number) << tag;  // 0, not -1
+        if (field.text) {
+            EXPECT_EQ(nullptr, r.*field.text) << tag;
+        }
+        if (field.number) {
+            EXPECT_EQ(0, r.*field.number) << tag;  // 0, not -1
+        }
     }
     EXPECT_EQ(nullptr, r.art);
     EXPECT_EQ(0u, r.artSize);

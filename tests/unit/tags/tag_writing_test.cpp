@@ -1,5 +1,5 @@
 // Writing back: one item by comparison with what was read, several items all at once.
-#include "tags/tag_model_fixture.h"
+#include "tests/unit/tags/tag_model_fixture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -82,6 +82,7 @@ TEST_F(Writing, NumbersAgainstAnAbsentOldValue) {
 }
 
 TEST_F(Writing, AnItemWithoutArtHasItRemovedOnEverySave) {
+    lib->SetView(tracks, 1);
     ScriptedEditor& e = StartedEditor({1});
     e.ControlsShowReadValues();
     ASSERT_TRUE(e.m_bArtRemoved);
@@ -149,14 +150,20 @@ TEST_F(Writing, MissingItemOrObject) {
     EXPECT_EQ(E_POINTER, e.WriteItemTags(pidls[0]));
     EXPECT_EQ(Log{}, Writes());
 
-    CoTaskMemFree(e.m_currentItem);
-    e.m_currentItem = nullptr;
-    lib->SetView(tracks, -1);  // the view has no current item
-    EXPECT_EQ(E_POINTER, e.SaveCurrentItem());
-    EXPECT_EQ(-1, e.m_currentIndex);
+    // the view has no current item
+    lib->SetView(tracks, -1);
+    ScriptedEditor& unseen = Editor({0});
+    ASSERT_EQ(S_OK, unseen.ConnectNamespace());
+    EXPECT_EQ(E_POINTER, unseen.SaveCurrentItem());
+    EXPECT_EQ(-1, unseen.m_currentIndex);
+    // the current item is found when first needed
     lib->SetView(tracks, 2);
-    EXPECT_EQ(S_OK, e.SaveCurrentItem());
-    EXPECT_EQ(2, e.m_currentIndex);
+    ScriptedEditor& late = Editor({0});
+    ASSERT_EQ(S_OK, late.ConnectNamespace());
+    late.controls.artist = Dup(L"Someone");
+    late.controls.artistFlags = KX_TAGFLAGS_WRITABLE;
+    EXPECT_EQ(S_OK, late.SaveCurrentItem());
+    EXPECT_EQ(2, late.m_currentIndex);
     EXPECT_EQ((Log{{2, 3, S}}), Writes());
 }
 

@@ -1,5 +1,5 @@
 // Stepping the single-item editor through the host's view: save, then show the neighbour.
-#include "tags/tag_model_fixture.h"
+#include "tests/unit/tags/tag_model_fixture.h"
 
 namespace tagtest {
 namespace {
@@ -138,14 +138,15 @@ TEST_F(Stepping, NoViewOrNoCurrentItem) {
     EXPECT_FALSE(f.last);
     EXPECT_EQ(nullptr, e.GetSelectedItem(nullptr));
 
-    ASSERT_EQ(S_OK, e.ConnectNamespace());
     lib->SetView(tracks, -1);
+    ASSERT_EQ(S_OK, e.ConnectNamespace());
     EXPECT_EQ(E_FAIL, e.MoveToItem(&f.first, &f.last, TRUE));
     EXPECT_TRUE(f.first);
     EXPECT_TRUE(f.last);
     EXPECT_EQ(Log{}, Writes());
 
     lib->SetView(tracks, 2);
+    ASSERT_EQ(S_OK, e.ConnectNamespace());  // a new connection sees the new view
     lib->FailOperation(Op::CursorGetCurrentItems, E_FAIL, 1);
     LONG index = 77;
     EXPECT_EQ(nullptr, e.GetSelectedItem(&index));
