@@ -120,7 +120,14 @@ TEST_F(Starting, OneItemFromTheStartOfTheView) {
     EXPECT_TRUE(e.m_itemCapabilities.empty());  // only for several items
     EXPECT_EQ(S_OK, e.m_hrResult);
 
+    // what the dialog frees when its window goes away leaves nothing behind
+    e.ControlsShowReadValues();
+    EXPECT_EQ(S_OK, e.MoveToItem(nullptr, nullptr, TRUE));
+    CEditTagModel::FreeTrackTagValues(&e.controls);
+    CEditTagModel::FreeTrackTagValues(&e.m_tags);
+    e.FreeItemCapabilities();
     e.ReleaseNamespace();
+    EXPECT_EQ(blocksBefore + static_cast<long>(pidls.size()), kxcompat::LiveTaskMemBlocks());
     EXPECT_EQ(nullptr, e.m_currentItem);
     EXPECT_EQ(nullptr, e.m_properties);
     EXPECT_EQ(nullptr, e.m_library);
