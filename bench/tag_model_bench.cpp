@@ -1,12 +1,14 @@
 // Speed of the tag model over the in-memory library: reading an item (which walks the Albums,
 // Artists twice and Genres folders) against the bare walk of those names, one step through the
 // view, and the capabilities and write of 10,000 items.
-#include "host/library/in_memory_library.h"
+#include "host/library/sample_library.h"
 #include "tags/edit_tag_model.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <cwchar>
 #include <memory>
 #include <string>
@@ -16,17 +18,8 @@ namespace {
 
 using kxhost::InMemoryLibrary;
 using kxhost::ItemId;
-using kxhost::ItemKind;
 
-constexpr int kArtists = 10000;
-constexpr int kAlbums = 5000;
-constexpr int kGenres = 500;
-constexpr int kViewTracks = 100;
-
-// Names in a scattered order, so the sort has work to do.
-std::wstring Scattered(const wchar_t* prefix, int i, int n) {
-    return prefix + std::to_wstring((static_cast<long long>(i) * 7919) % n);
-}
+constexpr size_t kViewTracks = 100;
 
 LPWSTR TaskText(LPCWSTR text) {
     size_t bytes = (std::wcslen(text) + 1) * sizeof(WCHAR);
@@ -48,37 +41,25 @@ public:
     }
 };
 
+// The large sample (100,000 tracks, 10,000 artists, 5,000 albums, 500 genres), its first tracks
+// in the host's view.
 struct Library {
-    std::shared_ptr<InMemoryLibrary> lib = InMemoryLibrary::Create();
-    std::vector<ItemId> tracks;
-    std::vector<KxPidl> pidls;
+    kxhost::SampleLibrary sample = kxhost::BuildSampleLibrary(kxhost::LargeSampleOptions());
+    std::shared_ptr<InMemoryLibrary> lib = sample.library;
+    std::vector<KxPidl> pidls;  // the ordinary tracks, without the edge items
     IKxContentFolder* root = nullptr;
     IKxContentSite* site = nullptr;
 
-    void AddTracks(int count) {
-        for (int i = 0; i < count; ++i) {
-            ItemId t = lib->AddItem(ItemKind::Track, L"track " + std::to_wstring(i));
-            lib->SetString(t, KxPropTitle, L"Title " + std::to_wstring(i));
-            lib->SetString(t, KxPropArtist, L"Artist 1");
-            lib->SetString(t, KxPropAlbum, L"Album 1");
-            lib->SetString(t, KxPropGenre, L"Genre 1");
-            lib->SetString(t, KxPropYear, L"1999");
-            lib->SetInt(t, KxPropTrackNumber, i + 1);
-            lib->SetInt(t, KxPropRating, 3);
-            lib->SetValue(t, KxPropAlbumArt, kxhost::PropertyValue::Blob(std::vector<BYTE>(2048, 0x5A)));
-            lib->SetString(t, KxPropLocation, L"Music");
-            lib->SetString(t, KxPropFilePath, L"C:\\Music\\" + std::to_wstring(i) + L".mp3");
-            tracks.push_back(t);
+    Library() {
+        const ItemId edges[] = {sample.trackWithoutTags, sample.trackReadOnlyTags, sample.trackReadOnlyItem,
+                                sample.trackLongTitle};
+        std::vector<ItemId> view;
+        for (ItemId t : sample.tracks) {
+            if (std::find(std::begin(edges), std::end(edges), t) != std::end(edges)) continue;
             pidls.push_back(lib->NewPidl(t));
+            if (view.size() < kViewTracks) view.push_back(t);
         }
-    }
-    void AddKnownValues() {
-        for (int i = 0; i < kArtists; ++i) lib->AddContainer(ItemKind::Artist, Scattered(L"Artist ", i, kArtists));
-        for (int i = 0; i < kAlbums; ++i) lib->AddContainer(ItemKind::Album, Scattered(L"Album ", i, kAlbums));
-        for (int i = 0; i < kGenres; ++i) lib->AddContainer(ItemKind::Genre, Scattered(L"Genre ", i, kGenres));
-    }
-    void Open() {
-        lib->SetView(tracks, 0);
+        lib->SetView(view, 0);
         lib->GetRootFolder(&root);
         lib->CreateSite(&site);
     }
@@ -90,13 +71,7 @@ struct Library {
 };
 
 Library& LargeLibrary() {
-    static Library* large = [] {
-        auto* l = new Library;
-        l->AddKnownValues();
-        l->AddTracks(kViewTracks);
-        l->Open();
-        return l;
-    }();
+    static Library* large = new Library;  // lives to the end of the process
     return *large;
 }
 
@@ -174,11 +149,9 @@ BENCHMARK(BM_MoveToItem)->Unit(benchmark::kMillisecond);
 
 // What several items allow, and the ticked artist and rating written to all of them.
 void BM_CapabilitiesAndWriteAll(benchmark::State& state) {
-    const int count = static_cast<int>(state.range(0));
-    Library l;
-    l.AddTracks(count);
-    l.Open();
-    std::vector<KxPcPidl> items(l.pidls.begin(), l.pidls.end());
+    Library& l = LargeLibrary();
+    const size_t count = static_cast<size_t>(state.range(0));
+    std::vector<KxPcPidl> items(l.pidls.begin(), l.pidls.begin() + static_cast<std::ptrdiff_t>(count));
     QuietEditor editor(l.site, l.root, static_cast<UINT>(count), items.data());
     if (FAILED(editor.ConnectNamespace())) state.SkipWithError("connect failed");
     for (auto _ : state) {
@@ -188,7 +161,8 @@ void BM_CapabilitiesAndWriteAll(benchmark::State& state) {
         l.lib->ClearWrites();
         state.ResumeTiming();
     }
-    state.SetItemsProcessed(state.iterations() * count);
+    if (editor.m_itemCapabilities.size() != count) state.SkipWithError("capabilities not read");
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(count));
 }
 BENCHMARK(BM_CapabilitiesAndWriteAll)->Arg(10000)->Unit(benchmark::kMillisecond);
 
