@@ -9,6 +9,7 @@
 #include <string>
 
 #include "kx/IKxCommonResource.h"
+#include "host/win32/demo_library.h"
 
 namespace {
 
@@ -100,6 +101,9 @@ int wmain(int argc, wchar_t** argv) {
         else if (lstrcmpiW(argv[i], L"--out") == 0 && i + 1 < argc) outDir = argv[++i];
     }
     Say(L"kxhost: %s run, pictures to %s", headless ? L"headless" : L"interactive", outDir.c_str());
+
+    kxhost::SampleLibrary library = kxdemo::MakeDemoLibrary(outDir);
+    for (const std::wstring& line : kxdemo::DescribeLibrary(*library.library)) Say(L"library: %s", line.c_str());
 
     std::wstring pluginPath = ExeDir() + L"KxComResPlgin.dll";
     HMODULE plugin = LoadLibraryW(pluginPath.c_str());
