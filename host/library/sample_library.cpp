@@ -34,6 +34,7 @@ SampleOptions LargeSampleOptions() {
     o.pictures = 400;
     o.videos = 100;
     o.artEveryNthAlbum = 10;
+    o.edgeItems = false;  // the counts stay exact
     return o;
 }
 
@@ -248,6 +249,12 @@ private:
         while (longTitle.size() < 300) longTitle += L"Longer than any field allows ";
         longTitle.resize(300);
         t = NewTrack(longTitle);
+        // its album's name holds a backslash, which a path bar splits into two crumbs
+        const ItemId album = lib_.AddContainer(ItemKind::Album, L"Live \\ Unplugged");
+        out_.albums.push_back(album);
+        out_.albumWithBackslash = album;
+        lib_.AddMember(album, t);
+        PutString(t, KxPropAlbum, lib_.nodes_[album].name, kReadWrite);
         PutString(t, KxPropArtist, Intern(L"Various"), kReadWrite);
         PutNumber(t, KxPropTrackNumber, ValueKind::Int32, 99, kReadWrite);
         PutNumber(t, KxPropRating, ValueKind::Int32, 0, kReadWrite);

@@ -41,6 +41,7 @@ typedef uint16_t VARTYPE;
 #define TRUE 1
 #define FALSE 0
 #define STDMETHODCALLTYPE
+#define STDAPICALLTYPE
 #define WINAPI
 #define CALLBACK
 
@@ -168,6 +169,11 @@ struct IUnknown {
     virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) = 0;
     virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
     virtual ULONG STDMETHODCALLTYPE Release() = 0;
+};
+
+struct IClassFactory : public IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** ppv) = 0;
+    virtual HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) = 0;
 };
 
 extern const IID IID_IUnknown;

@@ -33,7 +33,7 @@ TEST(SampleLibrary, DefaultShape) {
     auto& lib = *s.library;
     EXPECT_EQ(48u + 4u, s.tracks.size());
     EXPECT_EQ(9u, s.artists.size());
-    EXPECT_EQ(8u, s.albums.size());
+    EXPECT_EQ(8u + 1u, s.albums.size());
     EXPECT_EQ(6u, s.genres.size());
     EXPECT_EQ(3u, s.playlists.size());
     EXPECT_EQ(2u, s.slideshows.size());
@@ -95,6 +95,9 @@ TEST(SampleLibrary, EdgeItems) {
     for (const KxPropertyKey* key : {&KxPropTitle, &KxPropArtist, &KxPropYear, &KxPropRating})
         EXPECT_EQ(kxhost::kReadable, lib.Capabilities(s.trackReadOnlyTags, *key));
     EXPECT_EQ(300u, lib.NameOf(s.trackLongTitle).size());
+    EXPECT_EQ(s.albums.back(), s.albumWithBackslash);
+    EXPECT_EQ(L"Live \\ Unplugged", lib.NameOf(s.albumWithBackslash));
+    EXPECT_EQ(std::vector<ItemId>{s.trackLongTitle}, lib.Members(s.albumWithBackslash));
     // the last picture has no camera values, the others have all eighteen image keys
     const KxPropertyKey image[] = {KxPropImage1,  KxPropImage2,  KxPropImage3,  KxPropImage4,  KxPropImage5,
                                    KxPropImage6,  KxPropImage7,  KxPropImage8,  KxPropImage9,  KxPropImage10,
@@ -113,7 +116,8 @@ TEST(SampleLibrary, EdgeItems) {
 TEST(SampleLibrary, LargeShape) {
     auto s = kxhost::BuildSampleLibrary(kxhost::LargeSampleOptions());
     auto& lib = *s.library;
-    EXPECT_EQ(100000u + 4u, s.tracks.size());
+    EXPECT_EQ(100000u, s.tracks.size());
+    EXPECT_EQ(0u, s.trackWithoutTags);
     EXPECT_EQ(10000u, s.artists.size());
     EXPECT_EQ(5000u, s.albums.size());
     EXPECT_EQ(500u, s.genres.size());
