@@ -25,8 +25,9 @@
 //
 // Decisions where the host is free
 //   - GetItemAttributes keeps bit 1 for containers, bit 2 for what BindToFolder opens and bit 4 for
-//     containers that hold containers (root and the five well-known parents): only those keep all
-//     three bits (7). Tracks, pictures and videos clear all three.
+//     containers that hold containers (the root, the five well-known parents, and any container
+//     given children): only those keep all three bits (7). All tracks and the leaf containers keep 3;
+//     tracks, pictures and videos clear all three.
 //   - A child folder asked for IKxContentRoot hands out the root, so a dialog given any folder
 //     reaches the names.
 //   - GetProperties answers S_FALSE when at least one key was absent (left VT_EMPTY), else S_OK.
@@ -50,6 +51,7 @@
 #include "kx/KxContentTree.h"
 #include "host/library/library_ops.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -262,8 +264,10 @@ private:
     std::vector<ItemId> view_;
     LONG viewCurrent_ = -1;
 
-    long liveObjects_ = 0;
-    long outstandingRefs_ = 0;
+    // Reference counts may move on any thread; everything else of the library belongs to the thread
+    // that runs the dialog, as the tree's calls do.
+    std::atomic<long> liveObjects_{0};
+    std::atomic<long> outstandingRefs_{0};
     std::vector<LibraryObject*> live_;
 
     struct Failure {

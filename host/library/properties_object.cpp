@@ -12,8 +12,9 @@ bool IsNumber32(ValueKind k) { return k == ValueKind::Int32 || k == ValueKind::U
 
 class PropertiesObject final : public LibraryObject, public IKxItemProperties {
 public:
-    PropertiesObject(const std::shared_ptr<InMemoryLibrary>& lib, std::vector<ItemId> items)
-        : LibraryObject(lib, "item properties", items.empty() ? 0 : items[0]), items_(std::move(items)) {}
+    // Made for a set of items (the first one names it in the audit), it answers for any item.
+    PropertiesObject(const std::shared_ptr<InMemoryLibrary>& lib, ItemId first)
+        : LibraryObject(lib, "item properties", first) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
         if (!ppv) return E_POINTER;
@@ -215,15 +216,13 @@ private:
         for (UINT i = 0; i < count; ++i) Lib().Write(Lib().ItemOf(items[i]), key, value, via);
         return S_OK;
     }
-
-    std::vector<ItemId> items_;
 };
 
 }  // namespace
 
 HRESULT CreatePropertiesObject(const std::shared_ptr<InMemoryLibrary>& lib, std::vector<ItemId> items, REFIID,
                                void** ppv) {
-    *ppv = static_cast<IKxItemProperties*>(new PropertiesObject(lib, std::move(items)));
+    *ppv = static_cast<IKxItemProperties*>(new PropertiesObject(lib, items.empty() ? 0 : items[0]));
     return S_OK;
 }
 

@@ -51,6 +51,9 @@ public:
         Locked lock(&lock_);
         reallocOld_ = pRequest;
         reallocSize_ = cbRequest;
+        // A realloc to 0 bytes frees the block. Wine then returns without calling PostRealloc,
+        // so the block leaves the count here.
+        if (pRequest && cbRequest == 0) blocks_.erase(pRequest);
         if (cbRequest && NextAllocationFailsLocked()) return 0;
         return cbRequest;
     }

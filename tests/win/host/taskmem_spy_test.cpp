@@ -26,7 +26,11 @@ TEST_F(TaskMemSpy, CountsBlocksOfTheCallerAndOfSystemDlls) {
     mine = CoTaskMemRealloc(mine, 4000);
     ASSERT_NE(nullptr, mine);
     EXPECT_EQ(start + 1, kxhost::LiveTaskMemBlocks()) << "a moved block is still one block";
-    CoTaskMemFree(mine);
+    EXPECT_EQ(nullptr, CoTaskMemRealloc(mine, 0)) << "a realloc to nothing frees";
+    EXPECT_EQ(start, kxhost::LiveTaskMemBlocks());
+    void* fresh = CoTaskMemRealloc(nullptr, 12);  // a realloc of nothing allocates
+    EXPECT_EQ(start + 1, kxhost::LiveTaskMemBlocks());
+    CoTaskMemFree(fresh);
     EXPECT_EQ(start, kxhost::LiveTaskMemBlocks());
 }
 
