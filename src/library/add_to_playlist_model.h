@@ -32,8 +32,8 @@ public:
     enum Mode { ModeSlideshow = 0, ModePlaylist = 1 };
     enum Which { WhichPlaylists = 1, WhichSlideshows = 2 };
     // Texts of the OK button.
-    static const UINT kStringOkNew = 133;
-    static const UINT kStringOkExisting = 134;
+    static constexpr UINT kStringOkNew = 133;
+    static constexpr UINT kStringOkExisting = 134;
 
     CAddToPlaylistModel(int mode, IKxContentFolder* folder, LPCWSTR initialName);
     ~CAddToPlaylistModel();
