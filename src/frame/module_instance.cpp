@@ -1,0 +1,3 @@
+#include "frame/module_instance.h"
+
+HINSTANCE g_hModuleInstance;
