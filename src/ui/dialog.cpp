@@ -66,7 +66,8 @@ CDialog::CDialog(UINT nIDTemplate, CWnd* pParentWnd)
       m_pParentWnd(pParentWnd),
       m_lpszTemplateName(MAKEINTRESOURCEW(nIDTemplate)),
       m_nModalResult(-1),
-      m_bModalEnded(false) {}
+      m_bModalEnded(false),
+      m_layoutSize{0, 0} {}
 
 CDialog::~CDialog() {
     if (m_hWnd) {
@@ -84,6 +85,7 @@ INT_PTR CDialog::DoModal() {
     HGLOBAL loaded = found ? LoadResource(resources, found) : nullptr;
     auto* dialogTemplate = loaded ? static_cast<LPCDLGTEMPLATEW>(LockResource(loaded)) : nullptr;
     if (!dialogTemplate) return -1;
+    LoadLayout(resources);
 
     // the owner is the top-level window of the parent; it is disabled while the dialog runs
     HWND owner = m_pParentWnd ? m_pParentWnd->m_hWnd : nullptr;
@@ -207,9 +209,16 @@ BOOL CDialog::OnDialogMessage(UINT, WPARAM, LPARAM, LRESULT*) { return FALSE; }
 
 BOOL CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     switch (message) {
-    case WM_INITDIALOG:
+    case WM_INITDIALOG: {
+        RECT client;
+        ::GetClientRect(m_hWnd, &client);
+        m_layoutSize = SIZE{client.right, client.bottom};
         *pResult = OnInitDialog();
         return TRUE;
+    }
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED) ApplyLayout(LOWORD(lParam), HIWORD(lParam));
+        return OnDialogMessage(message, wParam, lParam, pResult);
     case WM_COMMAND:
         return OnCommand(wParam, lParam);
     case WM_NOTIFY:
@@ -223,4 +232,35 @@ BOOL CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pRes
     default:
         return OnDialogMessage(message, wParam, lParam, pResult);
     }
+}
+
+void CDialog::LoadLayout(HINSTANCE resources) {
+    m_layout.clear();
+    m_layoutSize = SIZE{0, 0};
+    HRSRC found = FindResourceW(resources, m_lpszTemplateName, L"KX_DIALOG_LAYOUT");
+    HGLOBAL loaded = found ? LoadResource(resources, found) : nullptr;
+    auto* words = loaded ? static_cast<const WORD*>(LockResource(loaded)) : nullptr;
+    DWORD count = found ? SizeofResource(resources, found) / sizeof(WORD) : 0;
+    if (!words || count < 1 || words[0] != 0) return;
+    for (DWORD i = 1; i + 5 <= count; i += 5)
+        m_layout.push_back(LayoutEntry{words[i], words[i + 1], words[i + 2], words[i + 3], words[i + 4]});
+}
+
+// Moves the controls by their share of the change since the last layout, so that controls the
+// dialog's own code has moved in between keep their new places.
+void CDialog::ApplyLayout(int cx, int cy) {
+    if (m_layout.empty() || (m_layoutSize.cx == 0 && m_layoutSize.cy == 0)) return;
+    int dx = cx - m_layoutSize.cx, dy = cy - m_layoutSize.cy;
+    if (dx == 0 && dy == 0) return;
+    for (const LayoutEntry& e : m_layout) {
+        HWND control = ::GetDlgItem(m_hWnd, e.nID);
+        if (!control) continue;
+        RECT rc;
+        ::GetWindowRect(control, &rc);
+        MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<LPPOINT>(&rc), 2);
+        int x = rc.left + dx * e.moveX / 100, y = rc.top + dy * e.moveY / 100;
+        int w = rc.right - rc.left + dx * e.sizeX / 100, h = rc.bottom - rc.top + dy * e.sizeY / 100;
+        ::MoveWindow(control, x, y, w, h, TRUE);
+    }
+    m_layoutSize = SIZE{cx, cy};
 }

@@ -5,6 +5,8 @@
 
 #include "ui/wnd.h"
 
+#include <vector>
+
 class CDialog;
 
 // What DoDataExchange works on.
@@ -53,7 +55,21 @@ private:
     void RunModalLoop();
     BOOL WalkPreTranslateTree(MSG* pMsg);
 
+    // Dynamic layout: a template may come with a resource of type KX_DIALOG_LAYOUT and the same
+    // name, a version word 0 and then five words per control: its identifier and how far it moves
+    // right and down and grows wider and taller, in percent of the change of the dialog's client
+    // size. The framework applies it whenever the dialog changes size, so a template can keep its
+    // buttons at the bottom of a dialog that grows with its text.
+    struct LayoutEntry {
+        int nID;
+        int moveX, moveY, sizeX, sizeY;
+    };
+    void LoadLayout(HINSTANCE resources);
+    void ApplyLayout(int cx, int cy);
+
     LPCWSTR m_lpszTemplateName;
     INT_PTR m_nModalResult;
     bool m_bModalEnded;
+    std::vector<LayoutEntry> m_layout;
+    SIZE m_layoutSize;  // client size the controls are placed for; 0 until WM_INITDIALOG
 };

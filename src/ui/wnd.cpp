@@ -66,6 +66,8 @@ void CWnd::DeleteTempMap() {
     temporary.clear();
 }
 
+size_t CWnd::TemporaryObjectCount() { return Maps().temporary.size(); }
+
 void CWnd::AddToPermanentMap() {
     Maps().permanent[m_hWnd] = this;
     Maps().temporary.erase(m_hWnd);

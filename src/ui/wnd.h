@@ -25,6 +25,8 @@ public:
     static CWnd* FromHandle(HWND hWnd);
     static CWnd* FromHandlePermanent(HWND hWnd);
     static void DeleteTempMap();
+    // Temporary objects alive on this thread.
+    static size_t TemporaryObjectCount();
 
     // Binds the object to a window without taking its messages.
     BOOL Attach(HWND hWnd);
