@@ -71,11 +71,9 @@ MessageBoxGrowth MessageBoxGrow(const MessageBoxMeasures& m) {
         g.text.bottom += g.captionExtra + 2;
         g.moveCaption = true;
     }
-    // the message control moves only when the message itself needs more room: with a short
-    // message its control keeps its place under a caption that grew
-    if (g.textExtra != 0) {
-        g.text.bottom += g.textExtra + 2;
-        g.moveText = true;
-    }
+    if (g.textExtra != 0) g.text.bottom += g.textExtra + 2;
+    // A caption that grew pushes the message down even when the message itself fits: left in
+    // place, the message control would cover the caption's new lines.
+    g.moveText = captionGrows || g.textExtra != 0;
     return g;
 }

@@ -4,6 +4,8 @@
 // there, attaching returns 0 and the window keeps the platform's own look.
 #pragma once
 
+#include <cstddef>
+
 #include "kx/KxPlatform.h"
 #ifndef _WIN32
 #include "compat/winmodule.h"

@@ -144,12 +144,14 @@ TEST(MessageBoxGrowth, ALongCaptionPushesAGrowingMessageDown) {
     ExpectRect(Rect(150, 156 + 15, 380, 196 + 15 + 26 + 2), g.text);
 }
 
-TEST(MessageBoxGrowth, ALongCaptionAloneGrowsOnlyTheDialogAndTheCaption) {
+TEST(MessageBoxGrowth, ALongCaptionPushesAMessageThatFitsDownWithoutGrowingIt) {
     MessageBoxGrowth g = MessageBoxGrow(Template(20 + 13, 13));
+    EXPECT_EQ(0, g.textExtra);
     ExpectRect(Rect(100, 100, 400, 260 + 13 + 4), g.dialog);
     ASSERT_TRUE(g.moveCaption);
     ExpectRect(Rect(150, 130, 380, 165), g.caption);
-    EXPECT_FALSE(g.moveText);
+    ASSERT_TRUE(g.moveText);
+    ExpectRect(Rect(150, 156 + 15, 380, 196 + 15), g.text);
 }
 
 TEST(MessageBoxGrowth, ControlsWithoutWidthOrADialogWithoutHeightAreNotTouched) {

@@ -23,7 +23,28 @@ void PostKey(HWND target, UINT vk) {
 
 }  // namespace
 
+// Dispatches what is pending for this thread, among it the late activation changes that the
+// window system sends after a window of the thread went away, until nothing came for a while.
+void Settle() {
+    DWORD start = GetTickCount(), quietSince = start;
+    while (GetTickCount() - quietSince < 40 && GetTickCount() - start < 400) {
+        MSG msg;
+        if (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            if (msg.message == WM_QUIT) {
+                PostQuitMessage(static_cast<int>(msg.wParam));
+                return;
+            }
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+            quietSince = GetTickCount();
+        } else {
+            Sleep(5);
+        }
+    }
+}
+
 DialogDriver::DialogDriver(UINT timeoutMs) : m_limit(static_cast<int>(timeoutMs / kPeriodMs)) {
+    Settle();
     t_driver = this;
     m_hook = SetWindowsHookExW(WH_CBT, &CbtProc, nullptr, GetCurrentThreadId());
     m_timer = SetTimer(nullptr, 0, kPeriodMs, &TimerProc);
@@ -90,7 +111,14 @@ void DialogDriver::Tick() {
     if (m_busy) return;
     m_busy = true;
     ++m_ticks;
-    if (m_dialog && IsWindow(m_dialog) && IsWindowVisible(m_dialog) && m_next < m_steps.size()) {
+    // the script starts once the dialog is shown and active, so that activation does not move the
+    // focus after a step has set it; a dialog that never becomes active gets the script later
+    bool shown = m_dialog && IsWindow(m_dialog) && IsWindowVisible(m_dialog);
+    if (shown) ++m_shownTicks;
+    if (shown && GetActiveWindow() == m_dialog) ++m_activeTicks;
+    else m_activeTicks = 0;
+    bool ready = shown && (m_activeTicks > 2 || m_shownTicks > 40);
+    if (ready && m_next < m_steps.size()) {
         Step& step = m_steps[m_next++];
         step(m_dialog);
     }

@@ -59,6 +59,8 @@ private:
     bool m_busy = false;
     bool m_timedOut = false;
     int m_ticks = 0;
+    int m_shownTicks = 0;
+    int m_activeTicks = 0;  // consecutive ticks with the dialog active
     int m_limit;
 };
 

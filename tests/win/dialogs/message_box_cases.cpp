@@ -101,20 +101,20 @@ TEST_F(MessageBoxCases, EachButtonGivesItsResultWhenClicked) {
 TEST_F(MessageBoxCases, ReturnMeansWhatTheFocusSays) {
     struct Case {
         UINT flags;
-        int focus;  // 0: no control has the focus
+        int focus;  // the message text stands for any window that is not a button
         HRESULT result;
     } cases[] = {
         {0, kFirst, 0},
         {0, kClose, kCancelled},
-        {0, 0, kCancelled},
+        {0, kText, kCancelled},
         {MB_YESNO, kFirst, IDYES},
         {MB_YESNO, kSecond, IDNO},
         {MB_YESNO, kClose, kCancelled},
-        {MB_YESNO, 0, IDYES},
+        {MB_YESNO, kText, IDYES},
         {MB_YESNO | MB_DEFBUTTON2, kFirst, IDYES},
         {MB_YESNO | MB_DEFBUTTON2, kSecond, IDNO},
         {MB_YESNO | MB_DEFBUTTON2, kClose, kCancelled},
-        {MB_YESNO | MB_DEFBUTTON2, 0, kCancelled},
+        {MB_YESNO | MB_DEFBUTTON2, kText, kCancelled},
     };
     for (const Case& c : cases) {
         DialogDriver driver;
@@ -269,6 +269,16 @@ TEST_F(MessageBoxCases, ALongCaptionPushesTheMessageDown) {
     EXPECT_EQ(Height(plain.text) + textExtra + 2, Height(grown.text));
     EXPECT_EQ(Height(plain.window) + captionExtra + textExtra + 4, Height(grown.window));
     EXPECT_GE(grown.text.top, grown.caption.bottom) << "the message starts under the grown caption";
+
+    // a message that fits is pushed down all the same, and keeps its height
+    Geometry pushed{};
+    DialogDriver d3;
+    d3.Inspect([&](HWND dlg) { pushed = Measure(dlg); }).Close();
+    Show(L"Saved.", caption, 0);
+    EXPECT_EQ(plain.text.top + captionExtra + 2, pushed.text.top);
+    EXPECT_EQ(Height(plain.text), Height(pushed.text));
+    EXPECT_EQ(Height(plain.window) + captionExtra + 4, Height(pushed.window));
+    EXPECT_GE(pushed.text.top, pushed.caption.bottom);
 }
 
 TEST_F(MessageBoxCases, TheSkinIsAttachedAndReleasedCallByCall) {
