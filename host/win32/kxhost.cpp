@@ -9,6 +9,7 @@
 #include <string>
 
 #include "kx/IKxCommonResource.h"
+#include "host/win32/demo_library.h"
 
 namespace {
 
@@ -39,6 +40,57 @@ void Say(const wchar_t* format, ...) {
 typedef HRESULT(STDAPICALLTYPE* GetClassObjectFn)(REFCLSID, REFIID, void**);
 typedef HRESULT(STDAPICALLTYPE* CanUnloadNowFn)();
 
+// What one run of the demo shares between its steps.
+struct DemoContext {
+    IKxCommonResource* res;
+    bool headless;
+    std::wstring outDir;
+};
+
+// ---- demo steps: each shows one part of the interface and reports what the plug-in answered ----
+
+// The strings of ComRcRes.dll that the host can read, through both look-ups.
+void ShowStrings(DemoContext& demo) {
+    static const UINT ids[] = {188, 134, 180, 181, 133, 47, 26, 130, 178, 247, 106};
+    for (UINT id : ids) {
+        LPWSTR text = nullptr;
+        HRESULT hr = demo.res->GetResourceString(id, &text);
+        Say(L"GetResourceString(%u) -> 0x%08lx \"%s\"", id, static_cast<unsigned long>(hr), text ? text : L"");
+        CoTaskMemFree(text);
+    }
+    LPWSTR missing = nullptr;
+    HRESULT hr = demo.res->GetResourceString(4242, &missing);
+    Say(L"GetResourceString(4242) -> 0x%08lx (no such string)", static_cast<unsigned long>(hr));
+
+    INT needed = 0;
+    hr = demo.res->LoadResourceString(188, nullptr, 0, &needed);
+    Say(L"LoadResourceString(188, null) -> 0x%08lx, needs %d characters", static_cast<unsigned long>(hr), needed);
+    WCHAR small[6];
+    hr = demo.res->LoadResourceString(188, small, 6, &needed);
+    Say(L"LoadResourceString(188, 6 characters) -> 0x%08lx \"%s\"", static_cast<unsigned long>(hr), small);
+}
+
+// What the dialog operations answer for arguments they refuse.
+void ShowPreconditions(DemoContext& demo) {
+    HRESULT hr = demo.res->ShowEditTagDialog(nullptr, nullptr, nullptr, 0, nullptr);
+    Say(L"ShowEditTagDialog(no items) -> 0x%08lx", static_cast<unsigned long>(hr));
+    hr = demo.res->ShowAddToPlaylistDialog(nullptr, nullptr, nullptr, nullptr, nullptr);
+    Say(L"ShowAddToPlaylistDialog(no folder) -> 0x%08lx", static_cast<unsigned long>(hr));
+    hr = demo.res->ShowImagePropertyDialog(nullptr, nullptr, nullptr, nullptr);
+    Say(L"ShowImagePropertyDialog(no folder) -> 0x%08lx", static_cast<unsigned long>(hr));
+}
+
+struct DemoStep {
+    const wchar_t* name;
+    void (*run)(DemoContext& demo);
+};
+
+// The steps in the order they run. A new dialog adds its entry here.
+const DemoStep kDemoSteps[] = {
+    {L"strings", ShowStrings},
+    {L"preconditions", ShowPreconditions},
+};
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
@@ -49,6 +101,9 @@ int wmain(int argc, wchar_t** argv) {
         else if (lstrcmpiW(argv[i], L"--out") == 0 && i + 1 < argc) outDir = argv[++i];
     }
     Say(L"kxhost: %s run, pictures to %s", headless ? L"headless" : L"interactive", outDir.c_str());
+
+    kxhost::SampleLibrary library = kxdemo::MakeDemoLibrary(outDir);
+    for (const std::wstring& line : kxdemo::DescribeLibrary(*library.library)) Say(L"library: %s", line.c_str());
 
     std::wstring pluginPath = ExeDir() + L"KxComResPlgin.dll";
     HMODULE plugin = LoadLibraryW(pluginPath.c_str());
@@ -72,13 +127,15 @@ int wmain(int argc, wchar_t** argv) {
         Say(L"CreateInstance(IKxCommonResource) -> 0x%08lx", static_cast<unsigned long>(hr));
     }
     if (res) {
-        LPWSTR caption = nullptr;
-        hr = res->GetResourceString(188, &caption);
-        Say(L"GetResourceString(188) -> 0x%08lx \"%s\"", static_cast<unsigned long>(hr), caption ? caption : L"");
-        CoTaskMemFree(caption);
+        Say(L"DllCanUnloadNow with the object alive -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
+        DemoContext demo = {res, headless, outDir};
+        for (const DemoStep& step : kDemoSteps) {
+            Say(L"-- %s", step.name);
+            step.run(demo);
+        }
         res->Release();
     }
     Say(L"DllCanUnloadNow -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
     FreeLibrary(plugin);
-    return 0;
+    return res ? 0 : 1;
 }

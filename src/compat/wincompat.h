@@ -41,6 +41,7 @@ typedef uint16_t VARTYPE;
 #define TRUE 1
 #define FALSE 0
 #define STDMETHODCALLTYPE
+#define STDAPICALLTYPE
 #define WINAPI
 #define CALLBACK
 
@@ -120,6 +121,7 @@ inline bool operator!=(REFGUID a, REFGUID b) { return !IsEqualGUID(a, b); }
 #define CLASS_E_NOAGGREGATION KX_HR(0x80040110u)
 #define CLASS_E_CLASSNOTAVAILABLE KX_HR(0x80040111u)
 #define STRSAFE_E_INSUFFICIENT_BUFFER KX_HR(0x8007007Au)
+#define DISP_E_TYPEMISMATCH KX_HR(0x80020005u)
 
 #define ERROR_SUCCESS 0L
 #define ERROR_FILE_NOT_FOUND 2L
@@ -167,6 +169,11 @@ struct IUnknown {
     virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) = 0;
     virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
     virtual ULONG STDMETHODCALLTYPE Release() = 0;
+};
+
+struct IClassFactory : public IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** ppv) = 0;
+    virtual HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) = 0;
 };
 
 extern const IID IID_IUnknown;

@@ -1,13 +1,16 @@
 // The four entry points of the in-process server.
-#include "kx/IKxCommonResource.h"
+#include <windows.h>
 
-STDAPI DllGetClassObject(REFCLSID, REFIID, LPVOID* ppv) {
-    if (ppv) *ppv = nullptr;
-    return CLASS_E_CLASSNOTAVAILABLE;
+#include "frame/class_table.h"
+#include "frame/module_instance.h"
+#include "frame/win32/vn_intrfu.h"
+
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID riid, LPVOID* ppv) {
+    return VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, clsid, riid, ppv);
 }
 
-STDAPI DllCanUnloadNow() { return S_OK; }
+STDAPI DllCanUnloadNow() { return VnCanUnloadNow(); }
 
-STDAPI DllRegisterServer() { return E_FAIL; }
+STDAPI DllRegisterServer() { return KxRegisterWithVnIntrfu(g_hModuleInstance); }
 
-STDAPI DllUnregisterServer() { return E_FAIL; }
+STDAPI DllUnregisterServer() { return KxUnregisterWithVnIntrfu(); }

@@ -1,6 +1,9 @@
 #include "frame/win32/plugin_app.h"
 
 #include "frame/module_instance.h"
+#include "frame/plugin_platform.h"
+#include "frame/win32/dialog_runner.h"
+#include "frame/win32/win32_platform.h"
 #include "frame/win32/skin_messages.h"
 #include "ui/module_state.h"
 
@@ -11,6 +14,8 @@ CKxComResPlginApp theApp;
 BOOL CKxComResPlginApp::InitInstance(HINSTANCE instance) {
     g_hModuleInstance = instance;
     KxSetModuleInstance(instance);
+    KxSetPluginPlatform(&KxWin32PluginPlatform());
+    KxSetDialogRunner(&KxWin32DialogRunner());
     return TRUE;
 }
 

@@ -1,6 +1,6 @@
 #include "tests/win/common/dialog_driver.h"
 
-#include <objbase.h>
+#include "host/library/taskmem_audit.h"
 
 namespace kxtest {
 
@@ -190,59 +190,13 @@ int ProbeGdiObjects() {
     return n;
 }
 
-// Counts CoTaskMem blocks: every allocation that succeeded minus every free of a block.
-class CountingSpy : public IMallocSpy {
-public:
-    LONG live = 0;
-    SIZE_T pendingSize = 0;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (iid == IID_IUnknown || iid == IID_IMallocSpy) {
-            *out = static_cast<IMallocSpy*>(this);
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T cb) override { return cb; }
-    void* STDMETHODCALLTYPE PostAlloc(void* p) override {
-        if (p) InterlockedIncrement(&live);
-        return p;
-    }
-    void* STDMETHODCALLTYPE PreFree(void* p, BOOL spied) override {
-        if (p && spied) InterlockedDecrement(&live);
-        return p;
-    }
-    void STDMETHODCALLTYPE PostFree(BOOL) override {}
-    SIZE_T STDMETHODCALLTYPE PreRealloc(void* p, SIZE_T cb, void** out, BOOL spied) override {
-        *out = p;
-        if (!p && cb) pendingSize = 1;                // a realloc of null allocates
-        else if (p && !cb && spied) pendingSize = 2;  // a realloc to 0 frees
-        else pendingSize = 0;
-        return cb;
-    }
-    void* STDMETHODCALLTYPE PostRealloc(void* p, BOOL) override {
-        if (pendingSize == 1 && p) InterlockedIncrement(&live);
-        if (pendingSize == 2) InterlockedDecrement(&live);
-        return p;
-    }
-    void* STDMETHODCALLTYPE PreGetSize(void* p, BOOL) override { return p; }
-    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T cb, BOOL) override { return cb; }
-    void* STDMETHODCALLTYPE PreDidAlloc(void* p, BOOL) override { return p; }
-    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int actual) override { return actual; }
-    void STDMETHODCALLTYPE PreHeapMinimize() override {}
-    void STDMETHODCALLTYPE PostHeapMinimize() override {}
-};
-
-CountingSpy* g_spy = nullptr;
 
 }  // namespace
 
 void WatchTaskMemory() {
-    if (g_spy) return;
-    static CountingSpy spy;
-    if (SUCCEEDED(CoRegisterMallocSpy(&spy))) g_spy = &spy;
+    // once per process: starting again would reset a count that a test may be relying on
+    static const bool started = kxhost::StartTaskMemAudit();
+    (void)started;
 }
 
 ResourceCounts CountResources() {
@@ -253,7 +207,7 @@ ResourceCounts CountResources() {
     if (c.gdiObjects == 0) c.gdiObjects = ProbeGdiObjects();
     c.userObjects = static_cast<int>(GetGuiResources(self, GR_USEROBJECTS));
     if (c.userObjects == 0) c.userObjects = c.windows;
-    c.taskMemBlocks = g_spy ? g_spy->live : 0;
+    c.taskMemBlocks = kxhost::LiveTaskMemBlocks();
     return c;
 }
 

@@ -81,10 +81,10 @@ struct ResourceCounts {
     int windows;
     int gdiObjects;
     int userObjects;
-    long taskMemBlocks;  // live CoTaskMem blocks, seen through a malloc spy
+    long taskMemBlocks;  // live CoTaskMem blocks counted by the host library's malloc spy
 };
 ResourceCounts CountResources();
-// Starts counting CoTaskMem blocks (a malloc spy); idempotent.
+// Starts the host library's CoTaskMem audit once for the process; later calls do nothing.
 void WatchTaskMemory();
 
 }  // namespace kxtest

@@ -21,7 +21,8 @@ public:
     virtual std::wstring DefaultCaption() = 0;
 };
 
-class MessageBoxCases : public ::testing::Test {
+// Each program instantiates the cases once under its own prefix (the parameter is not used).
+class MessageBoxCases : public ::testing::TestWithParam<int> {
 protected:
     // Made by the program that includes the cases.
     static MessageBoxShower* MakeShower();

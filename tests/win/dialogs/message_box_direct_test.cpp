@@ -25,6 +25,8 @@ private:
 
 }  // namespace
 
+INSTANTIATE_TEST_SUITE_P(Direct, MessageBoxCases, ::testing::Values(0));
+
 MessageBoxShower* MessageBoxCases::MakeShower() { return new DirectShower; }
 
 TEST(MessageBoxObject, WithoutYesNoTheModalResultIsOkEvenWhenCancelled) {

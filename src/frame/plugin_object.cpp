@@ -1,0 +1,172 @@
+#include "frame/plugin_object.h"
+
+#include "frame/module_instance.h"
+#include "frame/plugin_platform.h"
+#include "frame/string_lookup.h"
+#include "frame/trace_log.h"
+
+#include <cstring>
+
+namespace {
+
+// Path limit of the module's own file name; PathAppendW adds the file name behind it.
+constexpr DWORD kModulePathLimit = 260;
+
+// `fileName` beside the plug-in library, in a zeroed buffer of kSkinFileChars.
+void BuildPathBesideModule(IKxPluginPlatform& platform, LPCWSTR fileName, WCHAR* path) {
+    std::memset(path, 0, KxComResPlginPluginObj::kSkinFileChars * sizeof(WCHAR));
+    platform.GetModuleFileNameW(g_hModuleInstance, path, kModulePathLimit);
+    platform.PathRemoveFileSpecW(path);
+    platform.PathAppendW(path, fileName);
+}
+
+HRESULT NoLibrary() { return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND); }
+
+IKxDialogRunner* Runner() { return KxGetDialogRunner(); }
+
+}  // namespace
+
+KxComResPlginPluginObj::KxComResPlginPluginObj(IUnknown* outer)
+    : CVnUnknown(outer), m_hResourceLibrary(nullptr), m_hrOleInitialize(E_FAIL) {
+    m_szSkinFile[0] = L'\0';
+    m_szDefaultCaption[0] = L'\0';
+}
+
+HRESULT KxComResPlginPluginObj::CreateInstance(IUnknown* outer, CVnUnknown** out) {
+    TraceLog(L"S:KxComResPlginPluginObj::CreateInstance>>");
+    KxComResPlginPluginObj* object = new (std::nothrow) KxComResPlginPluginObj(outer);
+    if (out) *out = object;
+    if (!object) {
+        TraceLog(L"E:KxComResPlginPluginObj::CreateInstance>> Failed to create KxComResPlginPluginObj object");
+        return E_OUTOFMEMORY;
+    }
+    return S_OK;
+}
+
+HRESULT KxComResPlginPluginObj::Init() {
+    TraceLog(L"S:KxComResPlginPluginObj::Init>>");
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    m_hrOleInitialize = platform ? platform->OleInitialize() : E_FAIL;
+    if (!g_hModuleInstance || !platform) return E_FAIL;
+
+    WCHAR path[kSkinFileChars];
+    BuildPathBesideModule(*platform, L"ComRcRes.dll", path);
+    m_hResourceLibrary = platform->LoadLibraryW(path);
+    if (m_hResourceLibrary) platform->SetModuleResourceHandle(m_hResourceLibrary);
+
+    BuildPathBesideModule(*platform, L"ComRcRes.bff", m_szSkinFile);
+    platform->LoadStringW(m_hResourceLibrary, kDefaultCaptionString, m_szDefaultCaption, kDefaultCaptionChars);
+    return m_hResourceLibrary ? S_OK : E_FAIL;
+}
+
+void KxComResPlginPluginObj::FinalRelease() {
+    TraceLog(L"S:KxComResPlginPluginObj::FinalRelease>>");
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    if (m_hResourceLibrary) {
+        if (platform) platform->FreeLibrary(m_hResourceLibrary);
+        m_hResourceLibrary = nullptr;
+    }
+    if (m_hrOleInitialize >= 0 && platform) platform->OleUninitialize();
+    InterlockedExchange(&m_cRef, 1);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::NondelegatingQueryInterface(REFIID riid, void** ppv) {
+    TraceLog(L"S:KxComResPlginPluginObj::NondelegatingQueryInterface>>");
+    if (ppv && IsEqualIID(riid, IID_IKxCommonResource)) {
+        IKxCommonResource* resource = this;
+        *ppv = resource;
+        resource->AddRef();
+        return S_OK;
+    }
+    return CVnUnknown::NondelegatingQueryInterface(riid, ppv);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::GetResourceString(UINT stringId, LPWSTR* ppszText) {
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    if (!platform) return NoLibrary();
+    return KxGetResourceString(*platform, m_hResourceLibrary, stringId, ppszText);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::LoadResourceString(UINT stringId, LPWSTR pszBuffer, INT cchBuffer,
+                                                                     INT* pcchNeeded) {
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    if (!platform) return NoLibrary();
+    return KxLoadResourceString(*platform, m_hResourceLibrary, stringId, pszBuffer, cchBuffer, pcchNeeded);
+}
+
+// The dialog operations: preconditions in the interface's order, then the dialog's runner.
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowNameDialog(HWND hwndParent, INT nameKind, INT mode,
+                                                                 LPCWSTR pszInitialName, LPWSTR* ppszName) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowNameDialog(*this, hwndParent, nameKind, mode, pszInitialName, ppszName);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowEditTagDialog(HWND hwndParent, IKxContentSite* pSite,
+                                                                    IKxContentFolder* pFolder, UINT itemCount,
+                                                                    const KxPcPidl* pItems) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!pSite || !pFolder || !itemCount || !pItems) return E_INVALIDARG;
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowEditTagDialog(*this, hwndParent, pSite, pFolder, itemCount, pItems);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToPlaylistDialog(HWND hwndParent, IKxContentFolder* pFolder,
+                                                                          LPCWSTR pszSuggestedName, KxPidl* ppItem,
+                                                                          LPWSTR* ppszNewName) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!pFolder) return E_INVALIDARG;
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowAddToPlaylistDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToSlideshowDialog(HWND hwndParent, IKxContentFolder* pFolder,
+                                                                           LPCWSTR pszSuggestedName, KxPidl* ppItem,
+                                                                           LPWSTR* ppszNewName) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!pFolder) return E_INVALIDARG;
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowAddToSlideshowDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowMessageBox(HWND hwndParent, LPCWSTR pszText,
+                                                                 LPCWSTR pszCaption, UINT flags) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowMessageBox(*this, hwndParent, pszText, pszCaption, flags);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::CreateBalloonTip(REFIID riid, HWND hwndTarget, LPCWSTR pszText,
+                                                                   LPCWSTR pszTitle, UINT flags, void** ppTip) {
+    // The balloon tip tests its own preconditions.
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->CreateBalloonTip(*this, riid, hwndTarget, pszText, pszTitle, flags, ppTip);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowImagePropertyDialog(HWND hwndParent, IKxContentSite* pSite,
+                                                                          IKxContentFolder* pFolder, KxPcPidl item) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!pFolder || !item) return E_INVALIDARG;
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowImagePropertyDialog(*this, hwndParent, pSite, pFolder, item);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowVideoPropertyDialog(HWND hwndParent, IKxContentSite* pSite,
+                                                                          IKxContentFolder* pFolder, KxPcPidl item) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    if (!pFolder || !item) return E_INVALIDARG;
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowVideoPropertyDialog(*this, hwndParent, pSite, pFolder, item);
+}
+
+HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddMusicsDialog(DWORD reserved, IKxContentSite* pSite,
+                                                                      IKxContentFolder* pRootFolder,
+                                                                      LPCWSTR pszRootName, IKxTrackList* pTrackList,
+                                                                      INT* pCount, KxPidl** ppItems) {
+    if (!m_hResourceLibrary) return NoLibrary();
+    // The dialog tests the rest of its arguments.
+    if (!Runner()) return E_NOTIMPL;
+    return Runner()->ShowAddMusicsDialog(*this, reserved, pSite, pRootFolder, pszRootName, pTrackList, pCount,
+                                         ppItems);
+}

@@ -1,0 +1,77 @@
+#include "frame/string_lookup.h"
+
+#include "frame/trace_log.h"
+
+#include <cstring>
+
+namespace {
+// A string resource holds at most 65535 characters; a block beyond that size cannot be too short,
+// so the growth ends there whatever the source answers.
+constexpr int kLongestStringResource = 65535;
+
+HRESULT StatusFromWin32(long code) { return HRESULT_FROM_WIN32(code); }
+}  // namespace
+
+HRESULT KxReadStringBlock(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR* pBlock, int* pLength) {
+    *pBlock = nullptr;
+    *pLength = 0;
+    int capacity = kStringBlockStep;
+    for (;;) {
+        void* grown = CoTaskMemRealloc(*pBlock, static_cast<size_t>(capacity) * sizeof(WCHAR));
+        if (!grown) {
+            CoTaskMemFree(*pBlock);
+            *pBlock = nullptr;
+            return E_OUTOFMEMORY;
+        }
+        *pBlock = static_cast<LPWSTR>(grown);
+        int n = source.LoadStringW(module, id, *pBlock, capacity);
+        if (n <= 0) {
+            CoTaskMemFree(*pBlock);
+            *pBlock = nullptr;
+            return StatusFromWin32(ERROR_INVALID_HANDLE);
+        }
+        // One place for the terminator and one more: with less the string may have been cut.
+        if (capacity - n < 2 && capacity <= kLongestStringResource) {
+            capacity += kStringBlockStep;
+            continue;
+        }
+        *pLength = n;
+        return S_OK;
+    }
+}
+
+HRESULT KxGetResourceString(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR* ppszText) {
+    if (ppszText) *ppszText = nullptr;
+    if (!module) return StatusFromWin32(ERROR_FILE_NOT_FOUND);
+    if (!ppszText) return E_POINTER;
+    int length = 0;
+    return KxReadStringBlock(source, module, id, ppszText, &length);
+}
+
+HRESULT KxLoadResourceString(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR pszBuffer, INT cchBuffer,
+                             INT* pcchNeeded) {
+    if (!module) return StatusFromWin32(ERROR_FILE_NOT_FOUND);
+    if (!pcchNeeded) return E_INVALIDARG;
+    LPWSTR block = nullptr;
+    int n = 0;
+    HRESULT hr = KxReadStringBlock(source, module, id, &block, &n);
+    if (FAILED(hr)) return hr;
+
+    *pcchNeeded = n + 1;
+    if (!pszBuffer) {
+        hr = S_OK;
+    } else if (cchBuffer < 1) {
+        // No place even for a terminator: the buffer is left alone and the size is reported.
+        hr = E_INVALIDARG;
+    } else if (cchBuffer > n) {
+        std::memcpy(pszBuffer, block, static_cast<size_t>(n) * sizeof(WCHAR));
+        pszBuffer[n] = L'\0';
+        hr = S_OK;
+    } else {
+        std::memcpy(pszBuffer, block, static_cast<size_t>(cchBuffer - 1) * sizeof(WCHAR));
+        pszBuffer[cchBuffer - 1] = L'\0';
+        hr = STRSAFE_E_INSUFFICIENT_BUFFER;
+    }
+    CoTaskMemFree(block);
+    return hr;
+}

@@ -1,0 +1,6 @@
+#include "frame/win32/dialog_runner.h"
+
+IKxDialogRunner& KxWin32DialogRunner() {
+    static CKxDialogRunner runner;
+    return runner;
+}

@@ -1,0 +1,82 @@
+// Shared pieces of the in-memory library tests: a fixture that audits references and CoTaskMem
+// blocks after every test, small owners, and the walk of a well-known folder as dialogs do it.
+#pragma once
+
+#include "host/library/in_memory_library.h"
+#include "host/library/sample_library.h"
+#include "host/library/taskmem_audit.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace kxtest {
+
+// Releases an interface pointer at the end of a scope.
+template <class I>
+struct Ref {
+    I* p = nullptr;
+    Ref() = default;
+    Ref(const Ref&) = delete;
+    Ref& operator=(const Ref&) = delete;
+    ~Ref() { Reset(); }
+    void Reset() {
+        if (p) p->Release();
+        p = nullptr;
+    }
+    I** Out() {
+        Reset();
+        return &p;
+    }
+    void** OutVoid() { return reinterpret_cast<void**>(Out()); }
+    I* operator->() const { return p; }
+    explicit operator bool() const { return p != nullptr; }
+};
+
+// Frees a CoTaskMem pointer at the end of a scope.
+template <class T>
+struct TaskMem {
+    T* p = nullptr;
+    TaskMem() = default;
+    TaskMem(const TaskMem&) = delete;
+    TaskMem& operator=(const TaskMem&) = delete;
+    ~TaskMem() { CoTaskMemFree(p); }
+    T** Out() {
+        CoTaskMemFree(p);
+        p = nullptr;
+        return &p;
+    }
+};
+
+struct WalkResult {
+    HRESULT status = S_OK;  // first failure of ParseName, BindToFolder or EnumItems; else the last Next
+    HRESULT enumStatus = S_OK;
+    std::vector<std::wstring> names;
+};
+
+// ParseName (flags 8), BindToFolder, EnumItems (flags 1), Next until not S_OK, GetItemName (flags 1).
+WalkResult WalkWellKnownFolder(IKxContentFolder* root, LPCWSTR name);
+
+class LibraryTest : public ::testing::Test {
+protected:
+    explicit LibraryTest(kxhost::SampleOptions options = kxhost::DefaultSampleOptions())
+        : sample(kxhost::BuildSampleLibrary(options)), lib(*sample.library) {}
+    void SetUp() override {
+        ASSERT_TRUE(kxhost::StartTaskMemAudit());
+        blocksBefore = kxhost::LiveTaskMemBlocks();
+    }
+    void TearDown() override {
+        kxhost::ResetTaskMemFailures();
+        EXPECT_EQ(0, lib.OutstandingReferences()) << lib.DescribeLiveObjects();
+        EXPECT_EQ(0, lib.LiveObjects());
+        EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks()) << "CoTaskMem blocks left behind";
+    }
+    KxPidl Pidl(kxhost::ItemId id) { return lib.NewPidl(id); }
+
+    kxhost::SampleLibrary sample;
+    kxhost::InMemoryLibrary& lib;
+    long blocksBefore = 0;
+};
+
+}  // namespace kxtest

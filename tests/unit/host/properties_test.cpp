@@ -1,0 +1,232 @@
+// Property reads and writes with capabilities, the write log, and GetProperties' value types.
+#include "tests/unit/host/library_test_support.h"
+
+namespace kxtest {
+namespace {
+
+using kxhost::ItemId;
+using kxhost::PropertyValue;
+using kxhost::WriteRecord;
+
+bool SameKey(const KxPropertyKey& a, const KxPropertyKey& b) {
+    return a.pid == b.pid && IsEqualGUID(a.fmtid, b.fmtid);
+}
+
+struct Properties : LibraryTest {
+    Ref<IKxContentFolder> root;
+    Ref<IKxItemProperties> props;
+    std::vector<KxPidl> pidls;
+
+    void SetUp() override {
+        LibraryTest::SetUp();
+        ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
+        ASSERT_EQ(S_OK, Open({sample.tracks[0]}, props));
+    }
+    void TearDown() override {
+        for (KxPidl p : pidls) CoTaskMemFree(p);
+        props.Reset();
+        root.Reset();
+        LibraryTest::TearDown();
+    }
+    KxPcPidl P(ItemId id) {
+        pidls.push_back(Pidl(id));
+        return pidls.back();
+    }
+    HRESULT Open(std::vector<ItemId> ids, Ref<IKxItemProperties>& out) {
+        std::vector<KxPcPidl> items;
+        for (ItemId id : ids) items.push_back(P(id));
+        return root->GetItemObject(nullptr, nullptr, static_cast<UINT>(items.size()), items.data(),
+                                   IID_IKxItemProperties, out.OutVoid());
+    }
+    std::wstring ReadString(ItemId id, const KxPropertyKey& key, HRESULT* hr = nullptr) {
+        TaskMem<WCHAR> s;
+        HRESULT r = props->GetStringProperty(P(id), &key, s.Out());
+        if (hr) *hr = r;
+        return s.p ? s.p : L"<null>";
+    }
+};
+
+TEST_F(Properties, InfoGivesCapabilitiesOrNotFound) {
+    DWORD flags = 0xFF;
+    EXPECT_EQ(S_OK, props->GetPropertyInfo(P(sample.tracks[0]), &KxPropTitle, &flags, nullptr));
+    EXPECT_EQ(kxhost::kReadWrite, flags);
+    EXPECT_EQ(S_OK, props->GetPropertyInfo(P(sample.tracks[0]), &KxPropDuration, &flags, nullptr));
+    EXPECT_EQ(kxhost::kReadable, flags);
+    EXPECT_EQ(KX_E_PROPERTY_NOT_FOUND,
+              props->GetPropertyInfo(P(sample.trackWithoutTags), &KxPropArtist, &flags, nullptr));
+    EXPECT_EQ(0u, flags);
+    EXPECT_EQ(S_OK, props->GetPropertyInfo(P(sample.trackReadOnlyTags), &KxPropArtist, &flags, nullptr));
+    EXPECT_EQ(kxhost::kReadable, flags);
+    // settable per item and key
+    lib.SetCapabilities(sample.tracks[0], KxPropTitle, 0);
+    EXPECT_EQ(S_OK, props->GetPropertyInfo(P(sample.tracks[0]), &KxPropTitle, &flags, nullptr));
+    EXPECT_EQ(0u, flags);
+    HRESULT hr;
+    ReadString(sample.tracks[0], KxPropTitle, &hr);
+    EXPECT_EQ(E_ACCESSDENIED, hr) << "a property without the read bit is not read";
+    EXPECT_EQ(E_INVALIDARG, props->GetPropertyInfo(nullptr, &KxPropTitle, &flags, nullptr));
+    EXPECT_EQ(E_POINTER, props->GetPropertyInfo(P(sample.tracks[0]), nullptr, &flags, nullptr));
+}
+
+TEST_F(Properties, ReadsOfEachKind) {
+    const ItemId t = sample.tracks[0];
+    EXPECT_EQ(lib.NameOf(t), ReadString(t, KxPropTitle));
+    LONG n = -1;
+    EXPECT_EQ(S_OK, props->GetIntProperty(P(t), &KxPropTrackNumber, &n));
+    EXPECT_EQ(lib.Value(t, KxPropTrackNumber)->number, n);
+    EXPECT_EQ(S_OK, props->GetIntProperty(P(t), &KxPropDuration, &n));  // unsigned reads as a number too
+    EXPECT_GT(n, 0);
+    // wrong kinds and absent ones leave the out values cleared
+    HRESULT hr;
+    EXPECT_EQ(L"<null>", ReadString(t, KxPropDuration, &hr));
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, hr);
+    n = 5;
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, props->GetIntProperty(P(t), &KxPropTitle, &n));
+    EXPECT_EQ(0, n);
+    EXPECT_EQ(KX_E_PROPERTY_NOT_FOUND, props->GetIntProperty(P(sample.trackWithoutTags), &KxPropRating, &n));
+    // art: the bytes of a picture, owned by the caller
+    DWORD word = 9;
+    TaskMem<BYTE> art;
+    ULONG size = 0;
+    ASSERT_EQ(S_OK, props->GetBlobProperty(P(t), &KxPropAlbumArt, &word, art.Out(), &size));
+    ASSERT_GT(size, 54u);
+    EXPECT_EQ('B', art.p[0]);
+    EXPECT_EQ('M', art.p[1]);
+    EXPECT_EQ(0u, word);
+    EXPECT_EQ(KX_E_PROPERTY_NOT_FOUND, props->GetBlobProperty(P(sample.tracks[1]), &KxPropAlbumArt, &word,
+                                                              art.Out(), &size));
+    EXPECT_EQ(nullptr, art.p);
+    EXPECT_EQ(0u, size);
+}
+
+TEST_F(Properties, WritesReachEveryItemAndAreLogged) {
+    Ref<IKxItemProperties> many;
+    const std::vector<ItemId> ids = {sample.tracks[2], sample.tracks[3], sample.trackWithoutTags};
+    ASSERT_EQ(S_OK, Open(ids, many));
+    std::vector<KxPcPidl> items;
+    for (ItemId id : ids) items.push_back(P(id));
+    ASSERT_EQ(S_OK, many->SetStringProperty(3, items.data(), &KxPropGenre, L"Polka"));
+    ASSERT_EQ(S_OK, many->SetIntProperty(2, items.data(), &KxPropRating, 4));
+    const BYTE bytes[] = {1, 2, 3};
+    ASSERT_EQ(S_OK, many->SetBlobProperty(1, items.data(), &KxPropAlbumArt, 0, bytes, 3));
+
+    for (ItemId id : ids) EXPECT_EQ(PropertyValue::String(L"Polka"), *lib.Value(id, KxPropGenre));
+    EXPECT_EQ(4, lib.Value(ids[1], KxPropRating)->number);
+    EXPECT_FALSE(lib.Value(ids[2], KxPropRating)) << "only the first two got a rating";
+    // a property that was missing is added, readable and writable
+    EXPECT_EQ(kxhost::kReadWrite, lib.Capabilities(sample.trackWithoutTags, KxPropGenre));
+
+    const auto& log = lib.Writes();
+    ASSERT_EQ(6u, log.size());
+    for (size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(WriteRecord::String, log[i].via);
+        EXPECT_EQ(ids[i], log[i].item);
+        EXPECT_TRUE(SameKey(KxPropGenre, log[i].key));
+    }
+    EXPECT_EQ(WriteRecord::Int, log[3].via);
+    EXPECT_EQ(PropertyValue::Int(4), *log[4].value);
+    EXPECT_EQ(WriteRecord::Blob, log[5].via);
+    EXPECT_EQ(std::vector<BYTE>(bytes, bytes + 3), log[5].value->bytes);
+    lib.ClearWrites();
+    EXPECT_TRUE(lib.Writes().empty());
+}
+
+TEST_F(Properties, AWriteThatOneItemRefusesWritesNothing) {
+    const ItemId ok = sample.tracks[4];
+    std::vector<KxPcPidl> items = {P(ok), P(sample.trackReadOnlyTags)};
+    const PropertyValue before = *lib.Value(ok, KxPropArtist);
+    EXPECT_EQ(E_ACCESSDENIED, props->SetStringProperty(2, items.data(), &KxPropArtist, L"Nobody"));
+    EXPECT_EQ(before, *lib.Value(ok, KxPropArtist));
+    // the read-only item refuses even a property it does not have yet
+    KxPcPidl readOnlyItem = P(sample.trackReadOnlyItem);
+    EXPECT_EQ(E_ACCESSDENIED, props->SetIntProperty(1, &readOnlyItem, &KxPropTagInt12, 7));
+    // kinds must agree; a number of either sign goes to a 32-bit number
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, props->SetIntProperty(1, items.data(), &KxPropTitle, 1));
+    EXPECT_EQ(E_POINTER, props->SetStringProperty(1, items.data(), &KxPropTitle, nullptr));
+    EXPECT_EQ(E_INVALIDARG, props->SetStringProperty(0, items.data(), &KxPropTitle, L"x"));
+    KxPcPidl none = nullptr;
+    EXPECT_EQ(E_INVALIDARG, props->SetStringProperty(1, &none, &KxPropTitle, L"x"));
+    EXPECT_TRUE(lib.Writes().empty());
+}
+
+TEST_F(Properties, SetPropertiesTakesVariantsAndKeepsStoredKinds) {
+    std::vector<KxPcPidl> items = {P(sample.tracks[5]), P(sample.tracks[6])};
+    const KxPropertyKey keys[] = {KxPropArtist, KxPropRating};
+    PROPVARIANT values[2] = {};
+    values[0].vt = VT_LPWSTR;
+    values[0].pwszVal = const_cast<LPWSTR>(L"Duo");
+    values[1].vt = VT_UI4;
+    values[1].ulVal = 5;
+    ASSERT_EQ(S_OK, props->SetProperties(2, items.data(), 2, keys, values));
+    for (size_t i = 5; i <= 6; ++i) {
+        EXPECT_EQ(PropertyValue::String(L"Duo"), *lib.Value(sample.tracks[i], KxPropArtist));
+        EXPECT_EQ(PropertyValue::Int(5), *lib.Value(sample.tracks[i], KxPropRating)) << "rating stays signed";
+    }
+    ASSERT_EQ(4u, lib.Writes().size());
+    EXPECT_EQ(WriteRecord::Properties, lib.Writes()[3].via);
+    values[1].vt = 8;  // VT_BSTR is not taken
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, props->SetProperties(2, items.data(), 2, keys, values));
+    EXPECT_EQ(4u, lib.Writes().size());
+}
+
+TEST_F(Properties, RemoveProperties) {
+    const ItemId t = sample.tracks[0];
+    KxPcPidl item = P(t);
+    ASSERT_TRUE(lib.Value(t, KxPropAlbumArt));
+    EXPECT_EQ(S_OK, props->RemoveProperties(1, &item, 1, &KxPropAlbumArt));
+    EXPECT_FALSE(lib.Value(t, KxPropAlbumArt));
+    EXPECT_EQ(S_OK, props->RemoveProperties(1, &item, 1, &KxPropAlbumArt)) << "nothing left to remove";
+    ASSERT_EQ(2u, lib.Writes().size());
+    EXPECT_EQ(WriteRecord::Remove, lib.Writes()[0].via);
+    EXPECT_FALSE(lib.Writes()[0].value);
+    KxPcPidl locked = P(sample.trackReadOnlyTags);
+    EXPECT_EQ(E_ACCESSDENIED, props->RemoveProperties(1, &locked, 1, &KxPropArtist));
+    EXPECT_TRUE(lib.Value(sample.trackReadOnlyTags, KxPropArtist));
+}
+
+TEST_F(Properties, GetPropertiesGivesTheKindsOfTheKeyTable) {
+    const ItemId picture = sample.pictures[0];
+    // the order the image properties dialog asks in, number 13 twice
+    const KxPropertyKey keys[21] = {KxPropImage12, KxPropImage13, KxPropLocation, KxPropImage11, KxPropImage1,
+                                    KxPropImage2,  KxPropImage13, KxPropImage7,   KxPropImage8,  KxPropImage9,
+                                    KxPropImage10, KxPropImage14, KxPropImage15,  KxPropImage16, KxPropImage18,
+                                    KxPropFileSize, KxPropImage3, KxPropImage5,   KxPropImage17, KxPropImage6,
+                                    KxPropImage4};
+    PROPVARIANT values[21] = {};
+    ASSERT_EQ(S_OK, props->GetProperties(P(picture), 21, keys, values));
+    const VARTYPE expected[21] = {VT_LPWSTR, VT_LPWSTR, VT_LPWSTR, VT_LPWSTR, VT_LPWSTR, VT_LPWSTR, VT_LPWSTR,
+                                  VT_I4,     VT_I4,     VT_I4,     VT_I4,     VT_I4,     VT_I4,     VT_I4,
+                                  VT_I4,     VT_UI8,    VT_UI8,    VT_UI8,    VT_UI8,    VT_UI8,    VT_R4};
+    for (int i = 0; i < 21; ++i) EXPECT_EQ(expected[i], values[i].vt) << "key " << i;
+    EXPECT_STREQ(values[1].pwszVal, values[6].pwszVal);
+    EXPECT_NE(values[1].pwszVal, values[6].pwszVal) << "each value is its own block";
+    EXPECT_EQ(1u, KxRationalNumerator(values[16].uhVal.QuadPart));  // exposure 1/x
+    EXPECT_GT(values[20].fltVal, 1.0f);
+    for (PROPVARIANT& v : values) PropVariantClear(&v);
+
+    // a track lacks the image keys: S_FALSE and VT_EMPTY for those
+    ASSERT_EQ(S_FALSE, props->GetProperties(P(sample.tracks[0]), 21, keys, values));
+    EXPECT_EQ(VT_LPWSTR, values[2].vt);
+    EXPECT_EQ(VT_UI8, values[15].vt);
+    EXPECT_EQ(VT_EMPTY, values[0].vt);
+    EXPECT_EQ(VT_EMPTY, values[20].vt);
+    for (PROPVARIANT& v : values) PropVariantClear(&v);
+}
+
+TEST_F(Properties, OutOfMemoryLeavesNothingBehind) {
+    TaskMem<WCHAR> s;
+    KxPcPidl first = P(sample.tracks[0]);
+    kxhost::FailTaskMemAllocations(1);
+    EXPECT_EQ(E_OUTOFMEMORY, props->GetStringProperty(first, &KxPropTitle, s.Out()));
+    EXPECT_EQ(nullptr, s.p);
+    const KxPropertyKey keys[] = {KxPropTitle, KxPropArtist, KxPropAlbum};
+    PROPVARIANT values[3] = {};
+    KxPcPidl item = P(sample.tracks[0]);
+    kxhost::FailTaskMemAllocations(3);  // the third string
+    EXPECT_EQ(E_OUTOFMEMORY, props->GetProperties(item, 3, keys, values));
+    for (const PROPVARIANT& v : values) EXPECT_EQ(VT_EMPTY, v.vt);
+    kxhost::ResetTaskMemFailures();
+}
+
+}  // namespace
+}  // namespace kxtest
