@@ -1,10 +1,9 @@
 #include "frame/win32/dialog_runner.h"
+#include "library/win32/dlg_add_to_playlist.h"
 
-#include "ui/module_state.h"
-
-HRESULT CKxDialogRunner::ShowAddToSlideshowDialog(KxComResPlginPluginObj&, HWND, IKxContentFolder*, LPCWSTR, KxPidl*,
-                                                  LPWSTR*) {
-    CKxManageState state;
-    // The add-to-playlist dialog, for slideshows, is not built yet.
-    return E_NOTIMPL;
+HRESULT CKxDialogRunner::ShowAddToSlideshowDialog(KxComResPlginPluginObj&, HWND hwndParent,
+                                                  IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
+                                                  KxPidl* ppItem, LPWSTR* ppszNewName) {
+    return RunAddToPlaylistDialog(CAddToPlaylistModel::ModeSlideshow, hwndParent, pFolder, pszSuggestedName,
+                                  ppItem, ppszNewName);
 }

@@ -1,0 +1,59 @@
+// CDlgAddToPlaylist: asks for one target, an existing playlist (or slideshow) or the name of a new
+// one. The window gathers what the user does and applies what the model decides.
+#pragma once
+
+#include <string>
+
+#include "frame/hook_wnd.h"
+#include "library/add_to_playlist_model.h"
+#include "ui/controls.h"
+#include "ui/dialog.h"
+
+class CDlgAddToPlaylist : public CDialog, private IAddToPlaylistControls {
+public:
+    enum { IDD = 6006 };
+    enum : int {
+        IDC_LABEL = 1037,
+        IDC_TARGETS = 1038,
+        IDC_OK = 1039,
+        IDC_CANCEL = 1052,
+        IDC_PICTURE = 1054,
+        IDC_HEADING = 1055,
+    };
+
+    // mode 1: playlists, 0: slideshows. The folder stays the host's.
+    CDlgAddToPlaylist(int mode, IKxContentFolder* pFolder, LPCWSTR pszInitialName, CWnd* pParentWnd = nullptr);
+    ~CDlgAddToPlaylist() override;
+
+    // After the modal loop: the chosen target or the new name (both outputs zeroed by the caller).
+    HRESULT HandBack(KxPidl* pidl, LPWSTR* name) { return m_model.HandBack(pidl, name); }
+
+    CAddToPlaylistModel m_model;  // m_nMode, m_pFolder, m_hrResult, the list and the edit state
+    CWnd m_combo;                 // 1038
+    CStatic m_picture;            // 1054
+    HookWndWC m_hookWnd;
+
+protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    BOOL OnInitDialog() override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    void OnDestroy() override;
+
+private:
+    void OnOK() override;
+
+    // The combo box and the OK button, as the model drives them.
+    void ResetCombo() override;
+    void AddComboString(LPCWSTR text) override;
+    void SetComboSelection(int index) override;
+    int GetComboSelection() override;
+    std::wstring GetComboText() override;
+    void SetComboText(LPCWSTR text) override;
+    void SetOkText(UINT stringId) override;
+    void EnableOk(bool enable) override;
+};
+
+// ShowAddToPlaylistDialog (mode 1) and ShowAddToSlideshowDialog (mode 0) behind the interface's
+// preconditions: runs the dialog and hands over either *ppItem or *ppszNewName.
+HRESULT RunAddToPlaylistDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
+                               KxPidl* ppItem, LPWSTR* ppszNewName);
