@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "kx/IKxCommonResource.h"
@@ -46,6 +47,7 @@ struct DemoContext {
     IKxCommonResource* res;
     bool headless;
     std::wstring outDir;
+    kxhost::InMemoryLibrary* library;  // the host's content library the dialogs work on
 };
 
 // ---- demo steps: each shows one part of the interface and reports what the plug-in answered ----
@@ -121,6 +123,47 @@ void ShowMessageBoxes(DemoContext& demo) {
     }
 }
 
+// Add to a playlist and add to a slideshow on the sample library. Headless, each dialog is
+// pictured and confirmed with OK: the playlist one with a new name, the slideshow one with the
+// first existing slideshow.
+void ShowAddToDialogs(DemoContext& demo) {
+    IKxContentFolder* root = nullptr;
+    if (FAILED(demo.library->GetRootFolder(&root))) return;
+    struct Target {
+        const wchar_t* operation;
+        const wchar_t* picture;
+        const wchar_t* suggested;
+        bool slideshow;
+    } targets[] = {
+        {L"ShowAddToPlaylistDialog", L"add-to-playlist.png", L"Sunday Morning", false},
+        {L"ShowAddToSlideshowDialog", L"add-to-slideshow.png", nullptr, true},
+    };
+    for (const Target& t : targets) {
+        std::wstring picture = demo.headless ? demo.outDir + L"\\" + t.picture : std::wstring();
+        KxPidl pidl = nullptr;
+        LPWSTR name = nullptr;
+        HRESULT hr;
+        bool written = false;
+        {
+            std::unique_ptr<DemoAutopilot> pilot;
+            if (demo.headless) pilot.reset(new DemoAutopilot(picture, 1039));
+            hr = t.slideshow ? demo.res->ShowAddToSlideshowDialog(nullptr, root, t.suggested, &pidl, &name)
+                             : demo.res->ShowAddToPlaylistDialog(nullptr, root, t.suggested, &pidl, &name);
+            written = pilot && pilot->pictureWritten();
+        }
+        if (pidl)
+            Say(L"%s -> 0x%08lx, existing target \"%s\"%s%s", t.operation, static_cast<unsigned long>(hr),
+                demo.library->NameOf(demo.library->ItemOf(pidl)).c_str(), written ? L", picture " : L"",
+                written ? t.picture : L"");
+        else
+            Say(L"%s -> 0x%08lx, new name \"%s\"%s%s", t.operation, static_cast<unsigned long>(hr),
+                name ? name : L"", written ? L", picture " : L"", written ? t.picture : L"");
+        CoTaskMemFree(pidl);
+        CoTaskMemFree(name);
+    }
+    root->Release();
+}
+
 struct DemoStep {
     const wchar_t* name;
     void (*run)(DemoContext& demo);
@@ -131,6 +174,7 @@ const DemoStep kDemoSteps[] = {
     {L"strings", ShowStrings},
     {L"preconditions", ShowPreconditions},
     {L"message boxes", ShowMessageBoxes},
+    {L"add to playlist or slideshow", ShowAddToDialogs},
 };
 
 }  // namespace
@@ -170,7 +214,7 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (res) {
         Say(L"DllCanUnloadNow with the object alive -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
-        DemoContext demo = {res, headless, outDir};
+        DemoContext demo = {res, headless, outDir, library.library.get()};
         for (const DemoStep& step : kDemoSteps) {
             Say(L"-- %s", step.name);
             step.run(demo);
