@@ -172,26 +172,6 @@ TEST_F(PluginFrame, GetClassObjectTestsTheInterfaceFirstThenTheClass) {
     EXPECT_EQ(nullptr, out);
 }
 
-TEST_F(PluginFrame, UnloadDecisionCountsObjectsAndPositiveLocksOnly) {
-    IClassFactory* factory = Factory();
-    EXPECT_EQ(S_OK, VnCanUnloadNow()) << "a held factory does not hold the library";
-    IKxCommonResource* resource = nullptr;
-    ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IKxCommonResource, reinterpret_cast<void**>(&resource)));
-    EXPECT_EQ(S_FALSE, VnCanUnloadNow());
-    resource->Release();
-    EXPECT_EQ(S_OK, VnCanUnloadNow());
-
-    EXPECT_EQ(S_OK, factory->LockServer(TRUE));
-    EXPECT_EQ(S_FALSE, VnCanUnloadNow());
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));  // unmatched: the count goes below zero
-    EXPECT_EQ(-1, g_cServerLocks);
-    EXPECT_EQ(S_OK, VnCanUnloadNow());
-    factory->LockServer(TRUE);
-    EXPECT_EQ(0, g_cServerLocks);
-    factory->Release();
-}
-
 TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibrary) {
     IKxCommonResource* resource = nullptr;
     ASSERT_EQ(S_OK, Create(&resource));
@@ -221,21 +201,6 @@ TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibrary) {
     EXPECT_EQ((std::vector<std::wstring>{L"S:KxComResPlginPluginObj::FinalRelease>>"}), TraceMessages());
     EXPECT_EQ(1, platform.frees);
     EXPECT_EQ(1, platform.oleUninitializeCalls);
-}
-
-TEST_F(PluginFrame, TwoObjectsEachLoadAndFreeTheLibrary) {
-    IKxCommonResource* first = nullptr;
-    IKxCommonResource* second = nullptr;
-    ASSERT_EQ(S_OK, Create(&first));
-    ASSERT_EQ(S_OK, Create(&second));
-    EXPECT_EQ(2, platform.loads);
-    EXPECT_EQ(2, g_cLiveObjects);
-    first->Release();
-    EXPECT_EQ(1, platform.frees);
-    EXPECT_EQ(S_FALSE, VnCanUnloadNow());
-    second->Release();
-    EXPECT_EQ(2, platform.frees);
-    EXPECT_EQ(2, platform.oleUninitializeCalls);
 }
 
 TEST_F(PluginFrame, WithoutTheResourceLibraryNothingComesUp) {
@@ -318,34 +283,6 @@ TEST_F(PluginFrame, AggregatedObjectForwardsItsInterfacesUnknownToTheOuter) {
     EXPECT_EQ(1, g_cLiveObjects);
     EXPECT_EQ(0u, inner->NondelegatingRelease());
     EXPECT_EQ(0, g_cLiveObjects);
-}
-
-TEST_F(PluginFrame, CreateAndReleaseInALoopLeavesNothing) {
-    for (int i = 0; i < 200; ++i) {
-        IKxCommonResource* resource = nullptr;
-        ASSERT_EQ(S_OK, Create(&resource));
-        LPWSTR caption = nullptr;
-        ASSERT_EQ(S_OK, resource->GetResourceString(188, &caption));
-        CoTaskMemFree(caption);
-        resource->Release();
-    }
-    EXPECT_EQ(platform.loads, platform.frees);
-}
-
-TEST_F(PluginFrame, StringOperationsReadTheResourceLibrary) {
-    IKxCommonResource* resource = nullptr;
-    ASSERT_EQ(S_OK, Create(&resource));
-    platform.text.Add(FakePluginPlatform::Resources(), 134, L"OK");
-    LPWSTR text = nullptr;
-    EXPECT_EQ(S_OK, resource->GetResourceString(134, &text));
-    EXPECT_EQ(std::wstring(L"OK"), text);
-    CoTaskMemFree(text);
-    INT needed = 0;
-    EXPECT_EQ(S_OK, resource->LoadResourceString(134, nullptr, 0, &needed));
-    EXPECT_EQ(3, needed);
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE), resource->GetResourceString(135, &text));
-    EXPECT_EQ(nullptr, text);
-    resource->Release();
 }
 
 // An object that never ran Init: it has no resource library.

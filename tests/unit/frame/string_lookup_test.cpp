@@ -133,17 +133,6 @@ TEST_F(StringLookup, LoadResourceStringPreconditionsInOrder) {
     EXPECT_EQ(-5, needed);
 }
 
-TEST_F(StringLookup, LongStringsGrowTheBlockAndFitTheBuffer) {
-    std::wstring text(511, L'z');
-    source.Add(kModule, 300, text);
-    std::wstring buffer(600, L'#');
-    INT needed = 0;
-    EXPECT_EQ(S_OK, KxLoadResourceString(source, kModule, 300, &buffer[0], 512, &needed));
-    EXPECT_EQ(512, needed);
-    EXPECT_EQ(text, std::wstring(buffer.c_str()));
-    EXPECT_EQ((std::vector<int>{512, 1024}), source.capacities);
-}
-
 // A source that always claims to have filled the block must not make the loop grow for ever.
 class EndlessSource : public IKxStringSource {
 public:

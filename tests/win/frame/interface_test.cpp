@@ -70,25 +70,4 @@ TEST_F(Interface, ResourceLibraryHoldsEveryStringTheComponentLoads) {
     EXPECT_NE(std::wstring::npos, filter.find(L"*.jpg"));
 }
 
-TEST_F(Interface, DialogOperationsTestArgumentsBeforeTheirDialog) {
-    auto* site = reinterpret_cast<IKxContentSite*>(0x10);
-    auto* folder = reinterpret_cast<IKxContentFolder*>(0x20);
-    KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
-    KxPcPidl items[] = {item};
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowEditTagDialog(nullptr, nullptr, folder, 1, items));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowEditTagDialog(nullptr, site, nullptr, 1, items));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowEditTagDialog(nullptr, site, folder, 0, items));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowEditTagDialog(nullptr, site, folder, 1, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowAddToPlaylistDialog(nullptr, nullptr, L"x", nullptr, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowAddToSlideshowDialog(nullptr, nullptr, L"x", nullptr, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowImagePropertyDialog(nullptr, site, nullptr, item));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowImagePropertyDialog(nullptr, site, folder, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowVideoPropertyDialog(nullptr, site, nullptr, item));
-    EXPECT_EQ(E_INVALIDARG, resource_->ShowVideoPropertyDialog(nullptr, site, folder, nullptr));
-    INT needed = 0;
-    EXPECT_EQ(E_INVALIDARG, resource_->LoadResourceString(188, nullptr, 0, nullptr));
-    EXPECT_EQ(S_OK, resource_->LoadResourceString(188, nullptr, 0, &needed));
-    EXPECT_EQ(14, needed);
-}
-
 }  // namespace

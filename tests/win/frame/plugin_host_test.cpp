@@ -193,21 +193,6 @@ TEST(PluginHost, RegistrationWithoutTheRegistrationLibraryFails) {
     EXPECT_EQ(E_FAIL, plugin.UnregisterServer());
 }
 
-TEST(PluginHost, CreatingAndReleasingInALoopLeavesNothingAlive) {
-    std::wstring dir = PrepareFolder(L"plugin_loop", L"ComRcRes.dll");
-    PluginLibrary plugin(dir + L"KxComResPlgin.dll");
-    for (int i = 0; i < 100; ++i) {
-        IKxCommonResource* resource = nullptr;
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
-        LPWSTR text = nullptr;
-        ASSERT_EQ(S_OK, resource->GetResourceString(188, &text));
-        CoTaskMemFree(text);
-        ASSERT_EQ(0u, resource->Release());
-    }
-    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
-    EXPECT_FALSE(IsLoaded(dir + L"ComRcRes.dll"));
-}
-
 // The string look-ups against the stand-in resource library.
 class EdgeStrings : public ::testing::Test {
 protected:
