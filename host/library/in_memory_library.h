@@ -198,6 +198,8 @@ public:
     std::vector<WriteRecord> WritesTo(ItemId id) const;
     // The last write of a key to an item; null when there was none.
     const WriteRecord* LastWrite(ItemId id, const KxPropertyKey& key) const;
+    // The keys of the last PrefetchProperties call that went through, in the caller's order.
+    const std::vector<KxPropertyKey>& LastPrefetch() const { return lastPrefetch_; }
 
     // ---- used by the COM objects ---------------------------------------------------------------------
     struct Prop {
@@ -223,6 +225,7 @@ public:
 
     HRESULT Enter(Op op);  // counts the call; a failure to inject, else S_OK
     bool NextEndsWithLastItem() const { return nextEndsWithLast_; }
+    void NotePrefetch(const KxPropertyKey* keys, ULONG count) { lastPrefetch_.assign(keys, keys + count); }
     const Node* Find(KxPcPidl pidl) const;
     const Node& NodeAt(ItemId id) const { return nodes_[id]; }
     ItemId IdOfNode(const Node* node) const { return static_cast<ItemId>(node - nodes_.data()); }
@@ -283,6 +286,7 @@ private:
     bool nextEndsWithLast_ = false;
 
     std::vector<WriteRecord> writes_;
+    std::vector<KxPropertyKey> lastPrefetch_;
 };
 
 }  // namespace kxhost

@@ -29,6 +29,7 @@ public:
     HRESULT STDMETHODCALLTYPE PrefetchProperties(ULONG keyCount, const KxPropertyKey* keys) override {
         if (HRESULT hr = Lib().Enter(Op::PrefetchProperties)) return hr;
         if (keyCount && !keys) return E_POINTER;
+        Lib().NotePrefetch(keys, keyCount);
         return S_OK;
     }
 

@@ -70,6 +70,12 @@ TEST_F(Properties, InfoGivesCapabilitiesOrNotFound) {
 
 TEST_F(Properties, ReadsOfEachKind) {
     const ItemId t = sample.tracks[0];
+    const KxPropertyKey wanted[] = {KxPropRating, KxPropTitle};
+    ASSERT_EQ(S_OK, props->PrefetchProperties(2, wanted));
+    ASSERT_EQ(2u, lib.LastPrefetch().size());
+    EXPECT_TRUE(SameKey(KxPropRating, lib.LastPrefetch()[0]));
+    EXPECT_TRUE(SameKey(KxPropTitle, lib.LastPrefetch()[1]));
+    EXPECT_EQ(E_POINTER, props->PrefetchProperties(1, nullptr));
     EXPECT_EQ(lib.NameOf(t), ReadString(t, KxPropTitle));
     LONG n = -1;
     EXPECT_EQ(S_OK, props->GetIntProperty(P(t), &KxPropTrackNumber, &n));

@@ -7,68 +7,6 @@ namespace {
 
 using Starting = TagModelTest;
 
-// A folder whose property object only records the keys it is told to prefetch.
-class PrefetchRecorder : public IKxContentFolder, public IKxItemProperties {
-public:
-    std::vector<KxPropertyKey> keys;
-    HRESULT prefetchResult = S_OK;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** ppv) override {
-        *ppv = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-    ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-    long refs = 0;
-
-    HRESULT STDMETHODCALLTYPE GetItemObject(IKxContentSite*, HWND, UINT, const KxPcPidl*, REFIID riid,
-                                            void** ppv) override {
-        if (!IsEqualIID(riid, IID_IKxItemProperties)) return E_NOINTERFACE;
-        *ppv = static_cast<IKxItemProperties*>(this);
-        AddRef();
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE PrefetchProperties(ULONG count, const KxPropertyKey* k) override {
-        keys.assign(k, k + count);
-        return prefetchResult;
-    }
-
-#define KX_NOT_HERE(...) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumItems(DWORD, DWORD, REFIID, void**) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetItemAttributes(UINT, const KxPcPidl*, DWORD*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved1() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetItemName(KxPcPidl, DWORD, LPWSTR*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE BindToFolder(KxPcPidl, REFIID, void**) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved2() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved3() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE ParseName(LPCWSTR, DWORD, KxPidl*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetOwnId(KxPidl*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetPropertyInfo(KxPcPidl, const KxPropertyKey*, DWORD*, void*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved4() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetStringProperty(KxPcPidl, const KxPropertyKey*, LPWSTR*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE SetStringProperty(UINT, const KxPcPidl*, const KxPropertyKey*, LPCWSTR) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetIntProperty(KxPcPidl, const KxPropertyKey*, LONG*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE SetIntProperty(UINT, const KxPcPidl*, const KxPropertyKey*, LONG) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved5() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved6() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved7() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved8() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved9() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved10() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved11() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved12() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved13() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE Reserved14() KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetBlobProperty(KxPcPidl, const KxPropertyKey*, DWORD*, BYTE**, ULONG*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE SetBlobProperty(UINT, const KxPcPidl*, const KxPropertyKey*, DWORD, const BYTE*,
-                                              ULONG) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE GetProperties(KxPcPidl, ULONG, const KxPropertyKey*, PROPVARIANT*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE SetProperties(UINT, const KxPcPidl*, ULONG, const KxPropertyKey*,
-                                            const PROPVARIANT*) KX_NOT_HERE()
-    HRESULT STDMETHODCALLTYPE RemoveProperties(UINT, const KxPcPidl*, ULONG, const KxPropertyKey*) KX_NOT_HERE()
-#undef KX_NOT_HERE
-};
-
 // A host folder that leaves items without an identifier out of the sets it makes objects for, so
 // that such an item reaches the editor's reading.
 class NullSkippingFolder : public IKxContentFolder {
@@ -194,30 +132,22 @@ TEST_F(Starting, FailuresCloseTheDialogWithAMissingPointerCode) {
 }
 
 TEST_F(Starting, PrefetchAnnouncesTheTenKeysInItsOwnOrderAndItsFailureStops) {
-    PrefetchRecorder folder;
-    {
-        ScriptedEditor e(site, &folder, 1, &pidls[0]);
-        EXPECT_EQ(S_OK, e.ConnectNamespace());
-        const KxPropertyKey* expected[] = {&KxPropTitle, &KxPropArtist,      &KxPropArtist2,  &KxPropAlbum,
-                                           &KxPropGenre, &KxPropTrackNumber, &KxPropTagInt12, &KxPropYear,
-                                           &KxPropRating, &KxPropAlbumArt};
-        ASSERT_EQ(10u, folder.keys.size());
-        for (size_t i = 0; i < 10; ++i) {
-            EXPECT_TRUE(IsEqualGUID(expected[i]->fmtid, folder.keys[i].fmtid)) << i;
-            EXPECT_EQ(expected[i]->pid, folder.keys[i].pid) << i;
-        }
-        EXPECT_EQ(nullptr, e.m_library);  // a folder that can't resolve names is no failure
+    ScriptedEditor& e = Editor({0});
+    EXPECT_EQ(S_OK, e.ConnectNamespace());
+    const KxPropertyKey* expected[] = {&KxPropTitle, &KxPropArtist,      &KxPropArtist2,  &KxPropAlbum,
+                                       &KxPropGenre, &KxPropTrackNumber, &KxPropTagInt12, &KxPropYear,
+                                       &KxPropRating, &KxPropAlbumArt};
+    const std::vector<KxPropertyKey>& keys = lib->LastPrefetch();
+    ASSERT_EQ(10u, keys.size());
+    for (size_t i = 0; i < 10; ++i) {
+        EXPECT_TRUE(IsEqualGUID(expected[i]->fmtid, keys[i].fmtid)) << i;
+        EXPECT_EQ(expected[i]->pid, keys[i].pid) << i;
     }
-    EXPECT_EQ(0, folder.refs);
 
-    folder.prefetchResult = E_OUTOFMEMORY;
-    {
-        ScriptedEditor e(site, &folder, 1, &pidls[0]);
-        EXPECT_EQ(E_OUTOFMEMORY, e.ConnectNamespace());
-        EXPECT_EQ(nullptr, e.m_cursor);
-        EXPECT_EQ(E_POINTER, e.InitEditTagModel(nullptr, nullptr));
-    }
-    EXPECT_EQ(0, folder.refs);
+    lib->FailOperation(Op::PrefetchProperties, E_OUTOFMEMORY, 1);
+    EXPECT_EQ(E_OUTOFMEMORY, e.ConnectNamespace());
+    EXPECT_EQ(nullptr, e.m_cursor);
+    EXPECT_EQ(1, lib->Calls(Op::QueryService));  // only the first connection got that far
 }
 
 TEST_F(Starting, WithoutTheNamingFolderTheListsStayEmpty) {
