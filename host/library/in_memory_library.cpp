@@ -524,6 +524,19 @@ HRESULT InMemoryLibrary::Remove(UINT count, const KxPcPidl* items, ULONG keyCoun
     return S_OK;
 }
 
+std::vector<WriteRecord> InMemoryLibrary::WritesTo(ItemId id) const {
+    std::vector<WriteRecord> out;
+    for (const WriteRecord& w : writes_)
+        if (w.item == id) out.push_back(w);
+    return out;
+}
+
+const WriteRecord* InMemoryLibrary::LastWrite(ItemId id, const KxPropertyKey& key) const {
+    for (auto it = writes_.rbegin(); it != writes_.rend(); ++it)
+        if (it->item == id && SameKey(it->key, key)) return &*it;
+    return nullptr;
+}
+
 bool InMemoryLibrary::Matches(ItemId track, const std::wstring& folded) const {
     if (folded.empty()) return true;
     static const KxPropertyKey* const keys[] = {&KxPropTitle, &KxPropArtist, &KxPropAlbum};

@@ -194,6 +194,10 @@ public:
     // ---- write log ------------------------------------------------------------------------------
     const std::vector<WriteRecord>& Writes() const { return writes_; }
     void ClearWrites() { writes_.clear(); }
+    // The writes one item received, in order.
+    std::vector<WriteRecord> WritesTo(ItemId id) const;
+    // The last write of a key to an item; null when there was none.
+    const WriteRecord* LastWrite(ItemId id, const KxPropertyKey& key) const;
     // The keys of the last PrefetchProperties call that went through, in the caller's order.
     const std::vector<KxPropertyKey>& LastPrefetch() const { return lastPrefetch_; }
 

@@ -1,5 +1,6 @@
 #include "host/library/sample_library.h"
 
+#include "host/library/jpeg_encoder.h"
 #include "host/library/picture_file.h"
 
 #include <cstdio>
@@ -157,7 +158,7 @@ private:
             uint32_t artPool = 0;
             if (art) {
                 const LONG side = 24 + static_cast<LONG>(Below(4)) * 8;
-                lib_.blobs_.push_back(EncodeBmp(side, side, SamplePixels(side, side, static_cast<uint32_t>(i))));
+                lib_.blobs_.push_back(EncodeJpeg(side, side, SamplePixels(side, side, static_cast<uint32_t>(i))));
                 artPool = static_cast<uint32_t>(lib_.blobs_.size() - 1);
                 PutBlob(album, KxPropAlbumArt, artPool, kReadWrite);
             }
@@ -284,8 +285,10 @@ private:
             std::vector<DWORD> pixels = SamplePixels(w, h, static_cast<uint32_t>(i + 11));
             std::wstring path;
             if (!o_.pictureFolder.empty()) {
-                path = o_.pictureFolder + L"/" + name + L".bmp";
-                if (!WriteBytesToFile(path, EncodeBmp(w, h, pixels))) path.clear();
+                // mostly JPEG, every third a BMP
+                const bool bmp = i % 3 == 2;
+                path = o_.pictureFolder + L"/" + name + (bmp ? L".bmp" : L".jpg");
+                if (!WriteBytesToFile(path, bmp ? EncodeBmp(w, h, pixels) : EncodeJpeg(w, h, pixels))) path.clear();
             }
             if (!path.empty()) {
                 picture.path = path;

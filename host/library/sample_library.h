@@ -17,9 +17,9 @@ struct SampleOptions {
     int slideshows = 0;
     int pictures = 0;
     int videos = 0;
-    int artEveryNthAlbum = 3;  // albums 0, n, 2n... carry art on their tracks (0: none)
-    // Where picture files are written ("Picture 001.bmp"...). Empty: pictures give their preview as
-    // a bitmap (kind 2) instead of a file.
+    int artEveryNthAlbum = 3;  // albums 0, n, 2n... carry JPEG art on their tracks (0: none)
+    // Where picture files are written ("Picture 001.jpg", every third one a .bmp). Empty: pictures
+    // give their preview as a bitmap (kind 2) instead of a file.
     std::wstring pictureFolder;
     // Adds the items that test the edges: a track without most tags, one whose tags are all
     // read-only, one on a read-only item with accents and CJK in its names, one with a title of 300

@@ -104,19 +104,32 @@ struct Preview : LibraryTest {
     }
 };
 
-TEST_F(Preview, PictureComesAsARealFile) {
+TEST_F(Preview, PicturesComeAsRealFiles) {
+    for (size_t i = 0; i < 3; ++i) {
+        Ref<IKxItemPreview> preview;
+        ASSERT_EQ(S_OK, Open(sample.pictures[i], preview));
+        DWORD kind = 0;
+        TaskMem<WCHAR> path;
+        ASSERT_EQ(S_OK, preview->GetPreviewSource(&kind, path.Out()));
+        EXPECT_NE(static_cast<DWORD>(KX_PREVIEW_BITMAP), kind);
+        std::ifstream file(std::filesystem::path(path.p), std::ios::binary);
+        ASSERT_TRUE(file) << "the picture file exists";
+        unsigned char magic[2] = {};
+        file.read(reinterpret_cast<char*>(magic), 2);
+        const std::wstring name(path.p);
+        if (i == 2) {  // every third one is a BMP
+            EXPECT_EQ(L".bmp", name.substr(name.size() - 4));
+            EXPECT_EQ('B', magic[0]);
+            EXPECT_EQ('M', magic[1]);
+        } else {
+            EXPECT_EQ(L".jpg", name.substr(name.size() - 4));
+            EXPECT_EQ(0xFF, magic[0]);
+            EXPECT_EQ(0xD8, magic[1]);
+        }
+    }
     Ref<IKxItemPreview> preview;
     ASSERT_EQ(S_OK, Open(sample.pictures[0], preview));
     DWORD kind = 0;
-    TaskMem<WCHAR> path;
-    ASSERT_EQ(S_OK, preview->GetPreviewSource(&kind, path.Out()));
-    EXPECT_NE(static_cast<DWORD>(KX_PREVIEW_BITMAP), kind);
-    std::ifstream file(std::filesystem::path(path.p), std::ios::binary);
-    ASSERT_TRUE(file) << "the picture file exists";
-    char magic[2] = {};
-    file.read(magic, 2);
-    EXPECT_EQ('B', magic[0]);
-    EXPECT_EQ('M', magic[1]);
     HBITMAP bitmap = reinterpret_cast<HBITMAP>(&kind);
     SIZE box = {150, 150};
     EXPECT_EQ(E_UNEXPECTED, preview->GetPreviewBitmap(&box, &bitmap)) << "a file picture is no bitmap";

@@ -65,7 +65,7 @@ TEST_F(Starting, OneItemFromTheStartOfTheView) {
     CEditTagModel::FreeTrackTagValues(&e.m_tags);
     e.FreeItemCapabilities();
     e.ReleaseNamespace();
-    EXPECT_EQ(blocksBefore + static_cast<long>(pidls.size()), kxcompat::LiveTaskMemBlocks());
+    EXPECT_EQ(blocksBefore + static_cast<long>(pidls.size()), kxhost::LiveTaskMemBlocks());
     EXPECT_EQ(nullptr, e.m_currentItem);
     EXPECT_EQ(nullptr, e.m_properties);
     EXPECT_EQ(nullptr, e.m_library);

@@ -1,4 +1,5 @@
 // Ordering and insertion of the known-value lists that the tag dialogs' combo boxes offer.
+#include "host/library/taskmem_audit.h"
 #include "tags/edit_tag_model.h"
 
 #include <gtest/gtest.h>
@@ -34,10 +35,11 @@ TEST(KnownValues, SortKeepsDuplicatesAndSortsCaseSensitively) {
 }
 
 TEST(KnownValues, SortWithoutMemoryLeavesTheListAlone) {
+    ASSERT_TRUE(kxhost::StartTaskMemAudit());
     KxStringList list{L"b", L"a"};
-    kxcompat::FailTaskMemAllocations(1);
+    kxhost::FailTaskMemAllocations(1);
     M::SortStrings(list);
-    kxcompat::ResetTaskMemFailures();
+    kxhost::ResetTaskMemFailures();
     EXPECT_EQ((KxStringList{L"b", L"a"}), list);
 }
 
@@ -71,15 +73,17 @@ TEST(KnownValues, FindOrInsertStringOnAnEmptyListAppends) {
 }
 
 TEST(KnownValues, FindOrInsertStringWithoutMemoryGivesMinusOne) {
+    ASSERT_TRUE(kxhost::StartTaskMemAudit());
+    const long blocksBefore = kxhost::LiveTaskMemBlocks();
     KxStringList list{L"a", L"c"};
     BOOL found = TRUE;
-    kxcompat::FailTaskMemAllocations(1);
+    kxhost::FailTaskMemAllocations(1);
     int index = M::FindOrInsertString(list, L"b", &found);
-    kxcompat::ResetTaskMemFailures();
+    kxhost::ResetTaskMemFailures();
     EXPECT_EQ(-1, index);
     EXPECT_FALSE(found);
     EXPECT_EQ((KxStringList{L"a", L"c"}), list);
-    EXPECT_EQ(0, kxcompat::LiveTaskMemBlocks());
+    EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks());
 }
 
 TEST(KnownValues, FindOrInsertNumberKeepsTheArrayAscending) {

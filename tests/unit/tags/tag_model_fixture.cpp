@@ -51,7 +51,8 @@ void ScriptedEditor::SetTagsToControls(const _tagTrackTagValues* record) {
 }
 
 void TagModelTest::SetUp() {
-    blocksBefore = kxcompat::LiveTaskMemBlocks();
+    ASSERT_TRUE(kxhost::StartTaskMemAudit());
+    blocksBefore = kxhost::LiveTaskMemBlocks();
     lib = InMemoryLibrary::Create();
 
     for (LPCWSTR artist : {L"Zed", L"alpha", L"Beta", L"Beta"}) lib->AddContainer(ItemKind::Artist, artist);
@@ -100,11 +101,11 @@ void TagModelTest::TearDown() {
     if (site) site->Release();
     if (root) root->Release();
     for (KxPidl p : pidls) CoTaskMemFree(p);
-    kxcompat::ResetTaskMemFailures();
+    kxhost::ResetTaskMemFailures();
     EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     EXPECT_EQ(0, lib->LiveObjects());
     lib.reset();
-    EXPECT_EQ(blocksBefore, kxcompat::LiveTaskMemBlocks());
+    EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks());
 }
 
 ScriptedEditor& TagModelTest::Editor(std::vector<int> which) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/library/in_memory_library.h"
+#include "host/library/taskmem_audit.h"
 #include "tags/edit_tag_model.h"
 
 #include <gtest/gtest.h>

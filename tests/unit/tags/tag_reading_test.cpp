@@ -7,6 +7,7 @@ namespace tagtest {
 namespace {
 
 using Reading = TagModelTest;
+const HRESULT kTypeElementNotFound = static_cast<HRESULT>(0x8002802Bu);
 
 std::wstring Text(LPCWSTR s) { return s ? s : L"<null>"; }
 
@@ -69,7 +70,7 @@ TEST_F(Reading, InfoThatSucceedsWithAReadThatFailsKeepsFlagsWithoutValue) {
     ASSERT_EQ(S_OK, e.ConnectNamespace());
     // the first string read is the title, the first number read the track number
     lib->FailOperation(Op::GetStringProperty, E_FAIL, 1);
-    lib->FailOperation(Op::GetIntProperty, KX_HR(0x8002802Bu), 1);
+    lib->FailOperation(Op::GetIntProperty, kTypeElementNotFound, 1);
     lib->FailOperation(Op::GetBlobProperty, E_OUTOFMEMORY, 1);
     EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties, pidls[0]));
     EXPECT_EQ(nullptr, e.m_tags.title);
@@ -166,7 +167,7 @@ TEST_F(Reading, AFailedWalkLeavesOnlyItsListEmpty) {
     ScriptedEditor& e = Editor({0});
     ASSERT_EQ(S_OK, e.ConnectNamespace());
     // walks go albums, artists, artists, genres
-    lib->FailOperation(Op::ParseName, KX_HR(0x80070002u), 1);
+    lib->FailOperation(Op::ParseName, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), 1);
     lib->FailOperation(Op::BindToFolder, E_FAIL, 2);
     lib->FailOperation(Op::EnumItems, E_OUTOFMEMORY, 2);
     EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties, pidls[0]));
@@ -233,9 +234,9 @@ TEST_F(Reading, CapabilityWordsPerItemAndTag) {
 TEST_F(Reading, CapabilitiesWithoutMemoryLeaveNothingWritable) {
     ScriptedEditor& e = StartedEditor({0, 1, 2});
     ASSERT_EQ(3u, e.m_itemCapabilities.size());
-    kxcompat::FailTaskMemAllocations(2);  // the second record
+    kxhost::FailTaskMemAllocations(2);  // the second record
     EXPECT_EQ(E_OUTOFMEMORY, e.ReadItemCapabilities(e.m_properties, given.data(), 3));
-    kxcompat::ResetTaskMemFailures();
+    kxhost::ResetTaskMemFailures();
     EXPECT_TRUE(e.m_itemCapabilities.empty());
     EXPECT_FALSE(e.AnyItemWritable(KxTagArtist));
 

@@ -8,6 +8,7 @@ namespace tagtest {
 namespace {
 
 using Writing = TagModelTest;
+const HRESULT kSharingViolation = static_cast<HRESULT>(0x80070020u);
 typedef std::vector<Written> Log;
 
 const WriteRecord::Kind S = WriteRecord::String;
@@ -130,9 +131,9 @@ TEST_F(Writing, ResultIsSuccessIfOneWriteSucceededElseTheLastFailure) {
     SetText(e.controls.artist, L"Another");
     e.controls.rating = 2;
     lib->FailOperation(Op::SetStringProperty, E_OUTOFMEMORY, 1, -1);
-    lib->FailOperation(Op::SetIntProperty, KX_HR(0x80070020u), 1, -1);
+    lib->FailOperation(Op::SetIntProperty, kSharingViolation, 1, -1);
     long stringWrites = lib->Calls(Op::SetStringProperty);
-    EXPECT_EQ(KX_HR(0x80070020u), e.WriteItemTags(pidls[0]));
+    EXPECT_EQ(kSharingViolation, e.WriteItemTags(pidls[0]));
     EXPECT_EQ(stringWrites + 2, lib->Calls(Op::SetStringProperty));
 
     // the art removal comes last
@@ -243,9 +244,9 @@ TEST_F(Writing, SeveralItemsReportNothingOfWhatTheLibraryAnswered) {
 
     // a copy of a value that can't be made leaves that value out (the first allocation is the
     // scripted dialog's own copy of the artist)
-    kxcompat::FailTaskMemAllocations(2);
+    kxhost::FailTaskMemAllocations(2);
     EXPECT_EQ(S_OK, e.WriteAllItems());
-    kxcompat::ResetTaskMemFailures();
+    kxhost::ResetTaskMemFailures();
     EXPECT_EQ(Log{}, Writes());
     EXPECT_EQ(S_OK, e.WriteAllItems());
     EXPECT_EQ((Log{{0, 3, P}, {1, 3, P}}), ByItem(Writes()));

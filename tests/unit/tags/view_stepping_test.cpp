@@ -98,9 +98,9 @@ TEST_F(Stepping, AStepAfterTheLastIsRefused) {
 TEST_F(Stepping, AViewWhoseItemLookupFailsKeepsTheShownItem) {
     ScriptedEditor& e = StartedEditor({0});
     e.ControlsShowReadValues();
-    lib->FailOperation(Op::CursorGetItemAt, KX_HR(0x8000FFFFu), 1);
+    lib->FailOperation(Op::CursorGetItemAt, E_UNEXPECTED, 1);
     Flags f;
-    EXPECT_EQ(KX_HR(0x8000FFFFu), e.MoveToItem(&f.first, &f.last, TRUE));
+    EXPECT_EQ(E_UNEXPECTED, e.MoveToItem(&f.first, &f.last, TRUE));
     EXPECT_TRUE(f.last);
     EXPECT_FALSE(f.first);
     EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem));
