@@ -203,6 +203,16 @@ public:
     std::vector<WriteRecord> WritesTo(ItemId id) const;
     // The last write of a key to an item; null when there was none.
     const WriteRecord* LastWrite(ItemId id, const KxPropertyKey& key) const;
+    // What the last GetItemObject call with valid items was given, whether the interface was there
+    // or not: the site (compared, never used), the owner window, the items and the interface.
+    struct ItemObjectCall {
+        IKxContentSite* site = nullptr;
+        HWND owner = nullptr;
+        std::vector<ItemId> items;
+        IID iid = {};
+    };
+    const ItemObjectCall& LastItemObjectCall() const { return lastItemObject_; }
+    void NoteItemObjectCall(ItemObjectCall call) { lastItemObject_ = std::move(call); }
     // The keys of the last PrefetchProperties call that went through, in the caller's order.
     const std::vector<KxPropertyKey>& LastPrefetch() const { return lastPrefetch_; }
 
@@ -292,6 +302,7 @@ private:
 
     std::vector<WriteRecord> writes_;
     std::vector<KxPropertyKey> lastPrefetch_;
+    ItemObjectCall lastItemObject_;
 };
 
 }  // namespace kxhost
