@@ -79,16 +79,6 @@ TEST_F(DialogFramework, ADialogWithoutItsTemplateIsNotCreatedAndDoModalSaysMinus
     EXPECT_EQ(before.windows, kxtest::CountResources().windows);
 }
 
-TEST_F(DialogFramework, TemplatesComeFromTheModuleResourcesOnlyInsideTheSwitch) {
-    EXPECT_EQ(module.resources(), KxGetResourceHandle());
-    {
-        // a nested switch keeps the module's state; leaving it restores the outer one
-        CKxManageState inner;
-        EXPECT_EQ(module.resources(), KxGetResourceHandle());
-    }
-    EXPECT_EQ(module.resources(), KxGetResourceHandle());
-}
-
 TEST_F(DialogFramework, RunsInitShowAndEndsByEscapeThroughPreTranslateMessage) {
     CProbeDialog dlg;
     DialogDriver driver;
