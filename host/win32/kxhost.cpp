@@ -9,6 +9,7 @@
 #include <string>
 
 #include "kx/IKxCommonResource.h"
+#include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
 
 namespace {
@@ -80,6 +81,46 @@ void ShowPreconditions(DemoContext& demo) {
     Say(L"ShowImagePropertyDialog(no folder) -> 0x%08lx", static_cast<unsigned long>(hr));
 }
 
+// Message boxes of every kind. Headless, each is answered by a click of the button a user would
+// most likely press, and the short and the long box are written to PNG files.
+void ShowMessageBoxes(DemoContext& demo) {
+    struct Box {
+        const wchar_t* picture;  // file name in the output folder, or null
+        const wchar_t* text;
+        const wchar_t* caption;  // null: the plug-in's default caption
+        UINT flags;
+        int button;  // clicked when headless
+    } boxes[] = {
+        {L"message-box-short.png", L"The playlist \"Road Trip\" was saved.", L"Playlist saved", MB_ICONASTERISK,
+         1034},
+        {L"message-box-long.png",
+         L"You changed the album, the artist and the genre of 214 tracks. The new values will be written to "
+         L"the files of the tracks, and the library will show them at once. Tracks on read-only media keep "
+         L"their old values. Do you want to save the changes now?",
+         L"Save the changes to 214 tracks before you go on to the next album?", MB_YESNO | MB_ICONQUESTION, 1034},
+        {nullptr, L"The picture could not be read.", L"Cannot open picture", MB_ICONHAND, 1034},
+        {nullptr, L"The disk is almost full.", nullptr, MB_ICONEXCLAMATION, 1033},
+        {nullptr, L"Remove the selected slideshow from the library?", L"Remove slideshow",
+         MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, 1035},
+        {nullptr, L"Done.", nullptr, 0, 1034},
+    };
+    if (demo.headless) CreateDirectoryW(demo.outDir.c_str(), nullptr);
+    for (const Box& box : boxes) {
+        std::wstring picture = demo.headless && box.picture ? demo.outDir + L"\\" + box.picture : std::wstring();
+        HRESULT hr;
+        bool written = false;
+        if (demo.headless) {
+            DemoAutopilot pilot(picture, box.button);
+            hr = demo.res->ShowMessageBox(nullptr, box.text, box.caption, box.flags);
+            written = pilot.pictureWritten();
+        } else {
+            hr = demo.res->ShowMessageBox(nullptr, box.text, box.caption, box.flags);
+        }
+        Say(L"ShowMessageBox(flags 0x%03x, \"%s\") -> 0x%08lx%s%s", box.flags, box.caption ? box.caption : L"(default)",
+            static_cast<unsigned long>(hr), written ? L", picture " : L"", written ? box.picture : L"");
+    }
+}
+
 struct DemoStep {
     const wchar_t* name;
     void (*run)(DemoContext& demo);
@@ -89,6 +130,7 @@ struct DemoStep {
 const DemoStep kDemoSteps[] = {
     {L"strings", ShowStrings},
     {L"preconditions", ShowPreconditions},
+    {L"message boxes", ShowMessageBoxes},
 };
 
 }  // namespace

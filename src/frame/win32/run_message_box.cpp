@@ -1,9 +1,14 @@
+#include "dialogs/win32/dlg_massage_box.h"
 #include "frame/win32/dialog_runner.h"
-
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowMessageBox(KxComResPlginPluginObj&, HWND, LPCWSTR, LPCWSTR, UINT) {
+// Behind the interface's precondition (the resource library is loaded). The switch to the
+// module's state lasts until the dialog object is gone, its skin hook detached.
+HRESULT CKxDialogRunner::ShowMessageBox(KxComResPlginPluginObj& plugin, HWND hwndParent, LPCWSTR pszText,
+                                        LPCWSTR pszCaption, UINT flags) {
     CKxManageState state;
-    // The message box is not built yet.
-    return E_NOTIMPL;
+    if (!pszCaption) pszCaption = plugin.DefaultCaption();
+    CDlgMassageBox dlg(pszText, pszCaption, flags, CWnd::FromHandle(hwndParent));
+    dlg.DoModal();  // the modal result says nothing more than m_hrResult
+    return dlg.m_hrResult;
 }

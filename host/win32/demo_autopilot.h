@@ -1,0 +1,34 @@
+// The headless demo's hand on the mouse: catches the next dialog that the plug-in opens on this
+// thread, waits until it is shown, optionally writes a picture of it, then clicks one of its
+// buttons, so that every dialog step of the demo runs to its end without a user.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+class DemoAutopilot {
+public:
+    // `picture`: PNG file to write, empty for none; `button`: control identifier to click.
+    DemoAutopilot(const std::wstring& picture, int button);
+    ~DemoAutopilot();
+    DemoAutopilot(const DemoAutopilot&) = delete;
+    DemoAutopilot& operator=(const DemoAutopilot&) = delete;
+
+    bool pictureWritten() const { return m_written; }
+
+private:
+    static LRESULT CALLBACK CbtProc(int code, WPARAM wParam, LPARAM lParam);
+    static void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD);
+    void Tick();
+
+    std::wstring m_picture;
+    int m_button;
+    HHOOK m_hook = nullptr;
+    UINT_PTR m_timer = 0;
+    HWND m_dialog = nullptr;
+    int m_shownTicks = 0;
+    int m_ticks = 0;
+    bool m_done = false;
+    bool m_written = false;
+};

@@ -1,0 +1,213 @@
+#include "dialogs/win32/dlg_massage_box.h"
+
+#include "frame/skin_files.h"
+#include "frame/win32/skin_statics.h"
+#include "ui/module_state.h"
+
+namespace {
+
+// A bold copy of a font (weight 700, default quality); null when it cannot be made.
+HFONT CreateBoldFont(HFONT base) {
+    LOGFONTW lf = {};
+    if (!base || !GetObjectW(base, sizeof(lf), &lf)) return nullptr;
+    lf.lfWeight = FW_BOLD;
+    lf.lfQuality = 0;
+    return CreateFontIndirectW(&lf);
+}
+
+// The platform's icon of the same meaning as the skin's picture, for a dialog without the skin.
+LPCWSTR PlatformIconFor(const char* picture) {
+    const std::string p = picture;
+    if (p == "Exclamation.png") return IDI_WARNING;
+    if (p == "Criticalerror.png") return IDI_ERROR;
+    if (p == "balloon Info.png") return IDI_INFORMATION;
+    return IDI_QUESTION;
+}
+
+}  // namespace
+
+CDlgMassageBox::CDlgMassageBox(LPCWSTR pszText, LPCWSTR pszCaption, UINT flags, CWnd* pParentWnd)
+    : CDialog(IDD, pParentWnd),
+      m_strCaption(pszCaption ? pszCaption : L""),
+      m_strText(pszText ? pszText : L""),
+      m_nFlags(flags),
+      m_bReturnKey(FALSE),
+      m_bFirstShow(TRUE),
+      m_rcCaption{0, 0, 0, 0},
+      m_rcText{0, 0, 0, 0},
+      m_hrResult(KX_MSGBOX_RESULT_CANCELLED) {}
+
+CDlgMassageBox::~CDlgMassageBox() = default;
+
+void CDlgMassageBox::DoDataExchange(CDataExchange* pDX) {
+    CDialog::DoDataExchange(pDX);
+    DDX_Control(pDX, KX_IDC_MSGBOX_ICON, m_wndIcon);
+    DDX_Control(pDX, KX_IDC_MSGBOX_FIRST, m_btnFirst);
+    DDX_Control(pDX, KX_IDC_MSGBOX_SECOND, m_btnSecond);
+    DDX_Control(pDX, KX_IDC_MSGBOX_CLOSE, m_btnClose);
+}
+
+BOOL CDlgMassageBox::PreTranslateMessage(MSG* pMsg) {
+    m_bReturnKey = (pMsg->message == WM_KEYDOWN && pMsg->wParam == VK_RETURN) ? TRUE : FALSE;
+    return CDialog::PreTranslateMessage(pMsg);
+}
+
+std::wstring CDlgMassageBox::ResourceString(UINT id) const {
+    const wchar_t* text = nullptr;
+    int n = LoadStringW(KxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
+    return n > 0 && text ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
+}
+
+BOOL CDlgMassageBox::OnInitDialog() {
+    CDialog::OnInitDialog();
+
+    const MessageBoxButtons buttons = MessageBoxButtonsFor(m_nFlags);
+    if (buttons.yesNo) {
+        m_btnFirst.SetWindowText(ResourceString(buttons.firstString).c_str());
+        m_btnSecond.SetWindowText(ResourceString(buttons.secondString).c_str());
+        m_btnFirst.EnableWindow(TRUE);
+        m_btnFirst.ShowWindow(SW_SHOW);
+    } else {
+        m_btnFirst.SetWindowText(ResourceString(buttons.firstString).c_str());
+        m_btnFirst.SetFocus();
+        m_btnSecond.EnableWindow(FALSE);
+        m_btnSecond.ShowWindow(SW_HIDE);
+        RECT rc;
+        m_btnSecond.GetWindowRect(&rc);
+        if (rc.right - rc.left > 0) {
+            ScreenToClient(&rc);
+            m_btnFirst.MoveWindow(&rc, FALSE);
+        }
+    }
+    if (buttons.secondDefault) {
+        m_btnFirst.ModifyStyle(BS_DEFPUSHBUTTON, 0);
+        m_btnSecond.ModifyStyle(0, BS_DEFPUSHBUTTON);
+        m_btnSecond.SetFocus();
+    }
+    // Two buttons without MB_DEFBUTTON2 leave the focus to the dialog manager, which gives it to
+    // the first tab stop of the template: the first button.
+
+    WCHAR skinPath[MAX_PATH] = {};
+    KxGetSkinPackagePath(skinPath);
+    DWORD_PTR skinned = m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);
+
+    if (const char* picture = MessageBoxPictureFor(m_nFlags)) {
+        SetStaticPicture(::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_ICON), picture);
+        // Without the skin the request has no effect; the platform's icon of the same meaning
+        // keeps the box telling what kind of message it is. Shared icons are not destroyed.
+        if (!skinned && m_wndIcon.m_hWnd)
+            m_wndIcon.SendMessage(STM_SETICON, reinterpret_cast<WPARAM>(LoadIconW(nullptr, PlatformIconFor(picture))));
+    }
+
+    // the caption line is drawn in the bold face that its measuring assumes
+    m_fontCaption.Reset(CreateBoldFont(GetFont()));
+    if (HWND caption = ::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_CAPTION)) {
+        if (m_fontCaption) ::SendMessageW(caption, WM_SETFONT, reinterpret_cast<WPARAM>(m_fontCaption.Get()), FALSE);
+    }
+    SetDlgItemText(KX_IDC_MSGBOX_CAPTION, m_strCaption.c_str());
+    SetDlgItemText(KX_IDC_MSGBOX_TEXT, m_strText.c_str());
+    return FALSE;  // the focus has been set
+}
+
+void CDlgMassageBox::MeasureText(RECT* rc, const std::wstring& text, bool bold) const {
+    if (text.empty()) return;
+    CKxMemoryDC dc;
+    if (!dc) return;  // the text counts as fitting
+    HFONT dialogFont = GetFont();
+    CKxFont boldFont(bold ? CreateBoldFont(dialogFont) : nullptr);
+    // without the bold font the caption is measured in the dialog's font
+    CKxSelectObject select(dc.Get(), boldFont ? static_cast<HGDIOBJ>(boldFont.Get()) : dialogFont);
+    DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), rc,
+              DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
+}
+
+void CDlgMassageBox::GrowToFitTexts() {
+    HWND caption = ::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_CAPTION);
+    HWND text = ::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_TEXT);
+    if (!caption || !text) return;
+
+    MessageBoxMeasures m;
+    GetWindowRect(&m.dialog);
+    ::GetWindowRect(caption, &m_rcCaption);
+    m.caption = m_rcCaption;
+    m.captionNeeded = m.caption.bottom - m.caption.top;
+    if (m.caption.right - m.caption.left > 0) {
+        RECT measured = m.caption;
+        MeasureText(&measured, m_strCaption, true);
+        m.captionNeeded = measured.bottom - measured.top;
+    }
+    ::GetWindowRect(text, &m_rcText);
+    m.text = m_rcText;
+    m.textNeeded = m.text.bottom - m.text.top;
+    if (m.text.right - m.text.left > 0) {
+        RECT measured = m.text;
+        MeasureText(&measured, m_strText, false);
+        m.textNeeded = measured.bottom - measured.top;
+    }
+
+    const MessageBoxGrowth g = MessageBoxGrow(m);
+    if (g.moveDialog) MoveWindow(&g.dialog, TRUE);
+    if (g.moveCaption) {
+        m_rcCaption = g.caption;
+        ScreenToClient(&m_rcCaption);
+        ::MoveWindow(caption, m_rcCaption.left, m_rcCaption.top, m_rcCaption.right - m_rcCaption.left,
+                     m_rcCaption.bottom - m_rcCaption.top, TRUE);
+    }
+    if (g.moveText) {
+        m_rcText = g.text;
+        ScreenToClient(&m_rcText);
+        ::MoveWindow(text, m_rcText.left, m_rcText.top, m_rcText.right - m_rcText.left,
+                     m_rcText.bottom - m_rcText.top, TRUE);
+    }
+}
+
+void CDlgMassageBox::OnShowWindow(BOOL bShow, UINT nStatus) {
+    CDialog::OnShowWindow(bShow, nStatus);
+    if (!bShow || !m_bFirstShow) return;
+    GrowToFitTexts();
+    if (!(m_nFlags & MB_YESNO)) {
+        RECT rc;
+        m_btnSecond.GetWindowRect(&rc);
+        if (rc.right - rc.left > 0) {
+            ScreenToClient(&rc);
+            m_btnFirst.MoveWindow(&rc, TRUE);
+        }
+    }
+    m_bFirstShow = FALSE;
+}
+
+MessageBoxFocus CDlgMassageBox::FocusNow() const {
+    HWND focus = ::GetFocus();
+    if (focus && focus == m_btnFirst.m_hWnd) return MessageBoxFocus::First;
+    if (focus && focus == m_btnSecond.m_hWnd) return MessageBoxFocus::Second;
+    if (focus && focus == m_btnClose.m_hWnd) return MessageBoxFocus::Close;
+    return MessageBoxFocus::Other;
+}
+
+void CDlgMassageBox::OnFirstButton() {
+    const MessageBoxOutcome o = MessageBoxFirstButtonOutcome(m_bReturnKey != FALSE, m_nFlags, FocusNow());
+    m_hrResult = o.hrResult;
+    if (o.endWithOk) OnOK();
+    else OnCancel();
+}
+
+BOOL CDlgMassageBox::OnCommand(WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(wParam) == BN_CLICKED) {
+        switch (LOWORD(wParam)) {
+        case KX_IDC_MSGBOX_CLOSE:
+            m_hrResult = KX_MSGBOX_RESULT_CANCELLED;
+            OnCancel();
+            return TRUE;
+        case KX_IDC_MSGBOX_SECOND:
+            m_hrResult = IDNO;
+            OnCancel();
+            return TRUE;
+        case KX_IDC_MSGBOX_FIRST:
+            OnFirstButton();
+            return TRUE;
+        default:
+            break;
+        }
+    }
+    return CDialog::OnCommand(wParam, lParam);
+}
