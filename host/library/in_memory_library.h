@@ -137,7 +137,7 @@ public:
     ItemId Root() const { return 1; }
     ItemId Folder(WellKnown folder) const { return 2 + static_cast<ItemId>(folder); }
     // A container under `parent` (Album, Artist and Genre go under their well-known folder when
-    // parent is 0, Playlist and Slideshow likewise).
+    // parent is 0 or not an item, Playlist and Slideshow likewise).
     ItemId AddContainer(ItemKind kind, const std::wstring& name, ItemId parent = 0);
     // A track (also listed by All tracks), a picture or a video. `name` is the display name when
     // the item has no title.
@@ -157,6 +157,8 @@ public:
     void SetPreview(ItemId id, PreviewPicture picture);
 
     // ---- reading back ---------------------------------------------------------------------------
+    // Builders ignore ids that are not items of this library; readers answer as for no item.
+    bool Valid(ItemId id) const { return id != 0 && id < nodes_.size(); }
     ItemKind KindOf(ItemId id) const;
     std::wstring NameOf(ItemId id) const;  // what GetItemName gives
     std::optional<PropertyValue> Value(ItemId id, const KxPropertyKey& key) const;
