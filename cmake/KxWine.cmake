@@ -11,8 +11,11 @@ if(KX_WINE)
 endif()
 
 # A GoogleTest executable of tests/win: built for both architectures, run where Wine can run it.
+# DESKTOP: the tests activate windows (dialogs driven like a user). The Wine processes of one prefix
+# share one desktop, so a window shown by another test would take the activation, and with it the
+# keyboard focus, away in the middle of a script: such tests take the desktop one at a time.
 function(kx_win_test name)
-  cmake_parse_arguments(T "" "" "SOURCES;LIBS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(T "DESKTOP" "" "SOURCES;LIBS;DEPENDS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE kx_options ${T_LIBS} GTest::gmock GTest::gtest_main)
   if(T_DEPENDS)
@@ -20,7 +23,11 @@ function(kx_win_test name)
   endif()
   if(KX_WINE)
     set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${KX_WINE_ENV};${KX_WINE}")
+    set(_kx_lock)
+    if(T_DESKTOP)
+      set(_kx_lock RESOURCE_LOCK wine_desktop)
+    endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-                         PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 120 LABELS wine)
+                         PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 120 LABELS wine ${_kx_lock})
   endif()
 endfunction()

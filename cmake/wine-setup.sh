@@ -21,8 +21,9 @@ mkdir -p "$WINEPREFIX/drive_c/windows/Fonts"
 cp -n /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null
 "$WINESERVER" -k 2>/dev/null
 "$WINESERVER" -w
-# a server that outlives each test by 15 s (so tests do not pay its start-up) and does not hold
-# the caller's output pipe open
-"$WINESERVER" -p15 </dev/null >/dev/null 2>&1
+# a server that stays up between tests (so they do not pay its start-up, and no test connects to a
+# server that is shutting down after an idle spell) and does not hold the caller's output pipe
+# open; ./kx ends it after the run, `wineserver -k` with this WINEPREFIX ends it by hand
+"$WINESERVER" -p </dev/null >/dev/null 2>&1
 "$WINE" wineboot </dev/null >>"$LOG" 2>&1
 echo "wine prefix ready: $WINEPREFIX (graphics: $MODE)"

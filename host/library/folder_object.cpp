@@ -85,8 +85,8 @@ public:
         return *ppszName ? S_OK : E_OUTOFMEMORY;
     }
 
-    HRESULT STDMETHODCALLTYPE GetItemObject(IKxContentSite*, HWND, UINT count, const KxPcPidl* items, REFIID riid,
-                                            void** ppv) override {
+    HRESULT STDMETHODCALLTYPE GetItemObject(IKxContentSite* site, HWND owner, UINT count, const KxPcPidl* items,
+                                            REFIID riid, void** ppv) override {
         if (!ppv) return E_POINTER;
         *ppv = nullptr;
         if (HRESULT hr = Lib().Enter(Op::GetItemObject)) return hr;
@@ -99,6 +99,7 @@ public:
             if (!n) return E_INVALIDARG;
             ids.push_back(Lib().IdOfNode(n));
         }
+        Lib().NoteItemObjectCall({site, owner, ids, riid});
         if (IsEqualIID(riid, IID_IKxItemProperties)) return CreatePropertiesObject(LibPtr(), std::move(ids), riid, ppv);
         if (IsEqualIID(riid, IID_IKxItemPreview)) {
             if (count != 1) return E_INVALIDARG;

@@ -145,7 +145,7 @@ ItemId InMemoryLibrary::NewNode(ItemKind kind, const std::wstring& name, ItemId 
 }
 
 ItemId InMemoryLibrary::AddContainer(ItemKind kind, const std::wstring& name, ItemId parent) {
-    if (parent == 0) {
+    if (!Valid(parent)) {
         switch (kind) {
             case ItemKind::Album: parent = Folder(WellKnown::Albums); break;
             case ItemKind::Artist: parent = Folder(WellKnown::Artists); break;
@@ -169,9 +169,12 @@ ItemId InMemoryLibrary::AddItem(ItemKind kind, const std::wstring& name) {
     return id;
 }
 
-void InMemoryLibrary::AddMember(ItemId container, ItemId item) { nodes_[container].members.push_back(item); }
+void InMemoryLibrary::AddMember(ItemId container, ItemId item) {
+    if (Valid(container) && Valid(item)) nodes_[container].members.push_back(item);
+}
 
 void InMemoryLibrary::SetName(ItemId id, const std::wstring& name) {
+    if (!Valid(id)) return;
     nodes_[id].name = static_cast<uint32_t>(strings_.size());
     strings_.push_back(name);
 }
@@ -203,6 +206,7 @@ InMemoryLibrary::Prop* InMemoryLibrary::FindPropMutable(ItemId id, const KxPrope
 
 void InMemoryLibrary::Store(ItemId id, const KxPropertyKey& key, const PropertyValue& value, DWORD caps,
                             bool keepCaps) {
+    if (!Valid(id)) return;
     Prop* p = FindPropMutable(id, key);
     if (!p) {
         Prop fresh{};
@@ -248,21 +252,26 @@ void InMemoryLibrary::RemoveValue(ItemId id, const KxPropertyKey& key) {
     auto& props = nodes_[id].props;
     props.erase(props.begin() + (p - props.data()));
 }
-void InMemoryLibrary::SetReadOnly(ItemId id, bool readOnly) { nodes_[id].readOnly = readOnly; }
+void InMemoryLibrary::SetReadOnly(ItemId id, bool readOnly) {
+    if (Valid(id)) nodes_[id].readOnly = readOnly;
+}
 
 void InMemoryLibrary::SetPreview(ItemId id, PreviewPicture picture) {
+    if (!Valid(id)) return;
     previews_.push_back(std::move(picture));
     nodes_[id].preview = static_cast<uint32_t>(previews_.size());
 }
 
 const PreviewPicture* InMemoryLibrary::PreviewOf(ItemId id) const {
+    if (!Valid(id)) return nullptr;
     uint32_t p = nodes_[id].preview;
     return p ? &previews_[p - 1] : nullptr;
 }
 
-ItemKind InMemoryLibrary::KindOf(ItemId id) const { return nodes_[id].kind; }
+ItemKind InMemoryLibrary::KindOf(ItemId id) const { return nodes_[Valid(id) ? id : 0].kind; }
 
 std::wstring InMemoryLibrary::NameOf(ItemId id) const {
+    if (!Valid(id)) return std::wstring();
     if (const Prop* title = FindProp(id, KxPropTitle))
         if (title->kind == ValueKind::String && !strings_[title->pool].empty()) return strings_[title->pool];
     return strings_[nodes_[id].name];
@@ -398,6 +407,7 @@ std::string InMemoryLibrary::DescribeLiveObjects() const {
 
 void InMemoryLibrary::FailOperation(Op op, HRESULT status, int nth, int count) {
     int i = static_cast<int>(op);
+    if (i < 0 || i >= kOpCount) return;
     Failure& f = failures_[i];
     f.status = status;
     f.from = count == 0 ? 0 : calls_[i] + (nth < 1 ? 1 : nth);

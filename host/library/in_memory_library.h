@@ -37,6 +37,11 @@
 //     read-only, or whose property lacks the write bit, makes the call answer E_ACCESSDENIED. A write
 //     to a property an item does not have yet adds it as readable and writable.
 //   - Removing a property the item does not have succeeds.
+//   - A property whose word lacks the read bit answers E_ACCESSDENIED to the single reads and stays
+//     VT_EMPTY in GetProperties; GetPropertyInfo still gives its word.
+//   - GetPreviewSource with kind 2 also hands out a string (the item's name), which the caller frees
+//     like a path. GetPreviewBitmap of a picture that is a file answers E_UNEXPECTED.
+//   - The view's GetCurrentItems answers S_FALSE with nothing fetched when no item is current.
 //   - The property object answers for any item of the library, not only the set it was made for
 //     (the tag dialogs remove art through the object of the first item after stepping on).
 //   - ParseName is case-sensitive, takes flags 8 only and resolves names only on the root; an
@@ -132,7 +137,7 @@ public:
     ItemId Root() const { return 1; }
     ItemId Folder(WellKnown folder) const { return 2 + static_cast<ItemId>(folder); }
     // A container under `parent` (Album, Artist and Genre go under their well-known folder when
-    // parent is 0, Playlist and Slideshow likewise).
+    // parent is 0 or not an item, Playlist and Slideshow likewise).
     ItemId AddContainer(ItemKind kind, const std::wstring& name, ItemId parent = 0);
     // A track (also listed by All tracks), a picture or a video. `name` is the display name when
     // the item has no title.
@@ -152,6 +157,8 @@ public:
     void SetPreview(ItemId id, PreviewPicture picture);
 
     // ---- reading back ---------------------------------------------------------------------------
+    // Builders ignore ids that are not items of this library; readers answer as for no item.
+    bool Valid(ItemId id) const { return id != 0 && id < nodes_.size(); }
     ItemKind KindOf(ItemId id) const;
     std::wstring NameOf(ItemId id) const;  // what GetItemName gives
     std::optional<PropertyValue> Value(ItemId id, const KxPropertyKey& key) const;
@@ -198,6 +205,16 @@ public:
     std::vector<WriteRecord> WritesTo(ItemId id) const;
     // The last write of a key to an item; null when there was none.
     const WriteRecord* LastWrite(ItemId id, const KxPropertyKey& key) const;
+    // What the last GetItemObject call with valid items was given, whether the interface was there
+    // or not: the site (compared, never used), the owner window, the items and the interface.
+    struct ItemObjectCall {
+        IKxContentSite* site = nullptr;
+        HWND owner = nullptr;
+        std::vector<ItemId> items;
+        IID iid = {};
+    };
+    const ItemObjectCall& LastItemObjectCall() const { return lastItemObject_; }
+    void NoteItemObjectCall(ItemObjectCall call) { lastItemObject_ = std::move(call); }
     // The keys of the last PrefetchProperties call that went through, in the caller's order.
     const std::vector<KxPropertyKey>& LastPrefetch() const { return lastPrefetch_; }
 
@@ -287,6 +304,7 @@ private:
 
     std::vector<WriteRecord> writes_;
     std::vector<KxPropertyKey> lastPrefetch_;
+    ItemObjectCall lastItemObject_;
 };
 
 }  // namespace kxhost

@@ -110,6 +110,9 @@ TEST_F(Properties, WritesReachEveryItemAndAreLogged) {
     Ref<IKxItemProperties> many;
     const std::vector<ItemId> ids = {sample.tracks[2], sample.tracks[3], sample.trackWithoutTags};
     ASSERT_EQ(S_OK, Open(ids, many));
+    EXPECT_EQ(ids, lib.LastItemObjectCall().items);
+    EXPECT_TRUE(IsEqualIID(IID_IKxItemProperties, lib.LastItemObjectCall().iid));
+    EXPECT_EQ(nullptr, lib.LastItemObjectCall().site);
     std::vector<KxPcPidl> items;
     for (ItemId id : ids) items.push_back(P(id));
     ASSERT_EQ(S_OK, many->SetStringProperty(3, items.data(), &KxPropGenre, L"Polka"));

@@ -113,6 +113,23 @@ TEST(SampleLibrary, EdgeItems) {
     EXPECT_EQ(kxhost::ValueKind::Rational, lib.Value(s.pictures[0], KxPropImage3)->kind);
 }
 
+TEST(SampleLibrary, BuildersIgnoreIdsThatAreNoItems) {
+    auto lib = kxhost::InMemoryLibrary::Create();
+    const ItemId bogus = 12345;
+    ASSERT_FALSE(lib->Valid(bogus));
+    ASSERT_FALSE(lib->Valid(0));
+    lib->SetString(bogus, KxPropTitle, L"x");
+    lib->SetReadOnly(bogus, true);
+    lib->AddMember(lib->Folder(kxhost::WellKnown::Playlists), bogus);
+    lib->SetPreview(0, kxhost::PreviewPicture());
+    EXPECT_FALSE(lib->Value(bogus, KxPropTitle));
+    EXPECT_TRUE(lib->Members(lib->Folder(kxhost::WellKnown::Playlists)).empty());
+    EXPECT_EQ(L"", lib->NameOf(bogus));
+    EXPECT_EQ(nullptr, lib->PreviewOf(0));
+    const ItemId album = lib->AddContainer(ItemKind::Album, L"Orphan", bogus);
+    EXPECT_EQ(std::vector<ItemId>{album}, lib->Containers(lib->Folder(kxhost::WellKnown::Albums)));
+}
+
 TEST(SampleLibrary, LargeShape) {
     auto s = kxhost::BuildSampleLibrary(kxhost::LargeSampleOptions());
     auto& lib = *s.library;

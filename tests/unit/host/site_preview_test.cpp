@@ -87,10 +87,15 @@ struct Preview : LibraryTest {
     HRESULT Open(ItemId id, Ref<IKxItemPreview>& out) {
         Ref<IKxContentFolder> root;
         EXPECT_EQ(S_OK, lib.GetRootFolder(root.Out()));
+        Ref<IKxContentSite> site;
+        EXPECT_EQ(S_OK, lib.CreateSite(site.Out()));
         TaskMem<KxItemIdList> pidl;
         *pidl.Out() = Pidl(id);
         KxPcPidl item = pidl.p;
-        return root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxItemPreview, out.OutVoid());
+        HRESULT hr = root->GetItemObject(site.p, nullptr, 1, &item, IID_IKxItemPreview, out.OutVoid());
+        EXPECT_EQ(site.p, lib.LastItemObjectCall().site) << "the call is recorded, refused or not";
+        EXPECT_EQ(std::vector<ItemId>{id}, lib.LastItemObjectCall().items);
+        return hr;
     }
 
     static std::vector<std::pair<LONG, LONG>>& made() {

@@ -117,7 +117,7 @@ void DialogDriver::Tick() {
     if (shown) ++m_shownTicks;
     if (shown && GetActiveWindow() == m_dialog) ++m_activeTicks;
     else m_activeTicks = 0;
-    bool ready = shown && (m_activeTicks > 2 || m_shownTicks > 40);
+    bool ready = shown && (m_activeTicks > 2 || m_shownTicks > 130);
     if (ready && m_next < m_steps.size()) {
         Step& step = m_steps[m_next++];
         step(m_dialog);

@@ -389,6 +389,17 @@ TEST_P(MessageBoxCases, WithoutTheSkinningLibraryTheDialogStillRuns) {
     EXPECT_EQ(nullptr, none) << "flags 0 show no picture";
 }
 
+TEST_P(MessageBoxCases, AnOverlongMessageAndCaptionStillGiveAWorkingBox) {
+    std::wstring text, caption(2000, L'W');
+    for (int i = 0; i < 4000; ++i) text += L"word ";
+    DialogDriver driver;
+    std::wstring shown;
+    driver.Inspect([&](HWND dlg) { shown = ItemText(dlg, kCaption); }).Click(kSecond);
+    EXPECT_EQ(IDNO, Show(text.c_str(), caption.c_str(), MB_YESNO | MB_ICONHAND));
+    EXPECT_EQ(caption, shown);
+    EXPECT_FALSE(driver.timedOut());
+}
+
 TEST_P(MessageBoxCases, TheOwnerIsDisabledWhileTheBoxRuns) {
     {
         // the window manager's cache of device contexts grows once a painted owner is

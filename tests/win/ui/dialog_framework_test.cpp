@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -79,16 +80,6 @@ TEST_F(DialogFramework, ADialogWithoutItsTemplateIsNotCreatedAndDoModalSaysMinus
     EXPECT_EQ(before.windows, kxtest::CountResources().windows);
 }
 
-TEST_F(DialogFramework, TemplatesComeFromTheModuleResourcesOnlyInsideTheSwitch) {
-    EXPECT_EQ(module.resources(), KxGetResourceHandle());
-    {
-        // a nested switch keeps the module's state; leaving it restores the outer one
-        CKxManageState inner;
-        EXPECT_EQ(module.resources(), KxGetResourceHandle());
-    }
-    EXPECT_EQ(module.resources(), KxGetResourceHandle());
-}
-
 TEST_F(DialogFramework, RunsInitShowAndEndsByEscapeThroughPreTranslateMessage) {
     CProbeDialog dlg;
     DialogDriver driver;
@@ -139,6 +130,22 @@ TEST_F(DialogFramework, WmCloseCancelsAndTheOwnerIsDisabledOnlyWhileTheDialogRun
     EXPECT_TRUE(IsWindowEnabled(owner));
     EXPECT_EQ((std::vector<std::string>{"init", "show", "cancel", "destroy"}), dlg.events);
     DestroyWindow(owner);
+}
+
+TEST_F(DialogFramework, TypedCharactersPassThroughTheLoopIntoAnEdit) {
+    CProbeDialog dlg;
+    DialogDriver driver;
+    std::wstring typed;
+    driver.Do([](HWND h) {
+              CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 10, 100, 20, h,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(2000)), nullptr, nullptr);
+          })
+        .Type(2000, L"Road trip")
+        .Inspect([&](HWND h) { typed = kxtest::ItemText(h, 2000); })
+        .Close();
+    dlg.DoModal();
+    EXPECT_EQ(L"Road trip", typed);
+    EXPECT_EQ(9u, std::count(dlg.preTranslated.begin(), dlg.preTranslated.end(), static_cast<UINT>(WM_CHAR)));
 }
 
 TEST_F(DialogFramework, ReturnOnTheDefaultButtonReachesItsCommand) {
