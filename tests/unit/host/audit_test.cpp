@@ -5,10 +5,11 @@ namespace kxtest {
 namespace {
 
 using kxhost::Op;
-using kxhost::WellKnown;
 
-TEST(LibraryAudit, AForgottenReleaseIsSeen) {
+TEST(LibraryAudit, ForgottenReleasesAndFreesAreSeen) {
+    ASSERT_TRUE(kxhost::StartTaskMemAudit());
     auto lib = kxhost::InMemoryLibrary::Create();
+    const long blocks = kxhost::LiveTaskMemBlocks();
     IKxContentFolder* root = nullptr;
     ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
     IKxItemEnum* children = nullptr;
@@ -17,6 +18,15 @@ TEST(LibraryAudit, AForgottenReleaseIsSeen) {
     ASSERT_EQ(S_OK, root->QueryInterface(IID_IKxContentRoot, reinterpret_cast<void**>(&marker)));
     EXPECT_EQ(2, lib->LiveObjects());
     EXPECT_EQ(3, lib->OutstandingReferences());
+    KxPidl id = nullptr;
+    LPWSTR name = nullptr;
+    ASSERT_EQ(S_OK, root->GetOwnId(&id));
+    ASSERT_EQ(S_OK, root->GetItemName(id, KX_NAME_NORMAL, &name));
+    EXPECT_EQ(blocks + 2, kxhost::LiveTaskMemBlocks());
+    CoTaskMemFree(id);
+    EXPECT_EQ(blocks + 1, kxhost::LiveTaskMemBlocks()) << "the name is still out";
+    CoTaskMemFree(name);
+    EXPECT_EQ(blocks, kxhost::LiveTaskMemBlocks());
     marker->Release();
     root->Release();
     // the enumerator is "forgotten"
@@ -29,26 +39,7 @@ TEST(LibraryAudit, AForgottenReleaseIsSeen) {
     children->Release();
     children->Release();
     EXPECT_EQ(0, lib->LiveObjects());
-    EXPECT_EQ(0, lib->OutstandingReferences());
     EXPECT_TRUE(lib->DescribeLiveObjects().empty());
-}
-
-TEST(LibraryAudit, AForgottenFreeIsSeen) {
-    ASSERT_TRUE(kxhost::StartTaskMemAudit());
-    auto lib = kxhost::InMemoryLibrary::Create();
-    const long before = kxhost::LiveTaskMemBlocks();
-    IKxContentFolder* root = nullptr;
-    ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-    KxPidl id = nullptr;
-    ASSERT_EQ(S_OK, root->GetOwnId(&id));
-    LPWSTR name = nullptr;
-    ASSERT_EQ(S_OK, root->GetItemName(id, KX_NAME_NORMAL, &name));
-    EXPECT_EQ(before + 2, kxhost::LiveTaskMemBlocks());
-    CoTaskMemFree(id);
-    EXPECT_EQ(before + 1, kxhost::LiveTaskMemBlocks()) << "the name is still out";
-    CoTaskMemFree(name);
-    EXPECT_EQ(before, kxhost::LiveTaskMemBlocks());
-    root->Release();
 }
 
 struct Injection : LibraryTest {
@@ -65,17 +56,15 @@ struct Injection : LibraryTest {
 
 TEST_F(Injection, TheNthCallFailsOnceOrFromThenOn) {
     const HRESULT status = static_cast<HRESULT>(0x80070015);
-    lib.FailOperation(Op::ParseName, status, 2);
     auto parse = [&] {
         BYTE junk[4] = {};
         KxPidl id = reinterpret_cast<KxPidl>(junk);
         HRESULT hr = root->ParseName(KxFolderGenres, 8, &id);
-        if (FAILED(hr)) {
-            EXPECT_EQ(nullptr, id) << "out pointer nulled on failure";
-        }
+        EXPECT_TRUE(SUCCEEDED(hr) || !id) << "out pointer nulled on failure";
         CoTaskMemFree(id);
         return hr;
     };
+    lib.FailOperation(Op::ParseName, status, 2);
     EXPECT_EQ(S_OK, parse());
     EXPECT_EQ(status, parse());
     EXPECT_EQ(S_OK, parse());
@@ -113,20 +102,18 @@ TEST_F(Injection, InterfaceStepsCanBeRefused) {
     Ref<IKxContentFolder> folder;
     lib.FailOperation(Op::QueryContentFolder, S_FALSE);  // a success code still refuses the interface
     EXPECT_EQ(E_NOINTERFACE, marker->QueryInterface(IID_IKxContentFolder, folder.OutVoid()));
-
     Ref<IKxContentSite> site;
-    ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
     Ref<IKxContentView> view;
+    Ref<IKxItemCursor> cursor;
+    ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
     lib.FailOperation(Op::QueryService, E_FAIL);
     EXPECT_EQ(E_FAIL, site->QueryService(IID_IKxContentView, 0, 0, view.OutVoid()));
     ASSERT_EQ(S_OK, site->QueryService(IID_IKxContentView, 0, 0, view.OutVoid()));
-    Ref<IKxItemCursor> cursor;
     lib.FailOperation(Op::QueryItemCursor, E_NOINTERFACE);
     EXPECT_EQ(E_NOINTERFACE, view->QueryInterface(IID_IKxItemCursor, cursor.OutVoid()));
-
     Ref<IKxTrackList> tracks;
-    ASSERT_EQ(S_OK, root->EnumItems(0, KX_ENUM_TRACKS, IID_IKxTrackList, tracks.OutVoid()));
     Ref<IKxTrackFilter> filter;
+    ASSERT_EQ(S_OK, root->EnumItems(0, KX_ENUM_TRACKS, IID_IKxTrackList, tracks.OutVoid()));
     lib.FailOperation(Op::QueryTrackFilter, E_NOINTERFACE);
     EXPECT_EQ(E_NOINTERFACE, tracks->QueryInterface(IID_IKxTrackFilter, filter.OutVoid()));
     ASSERT_EQ(S_OK, tracks->QueryInterface(IID_IKxTrackFilter, filter.OutVoid()));
@@ -134,19 +121,16 @@ TEST_F(Injection, InterfaceStepsCanBeRefused) {
     EXPECT_EQ(E_ABORT, filter->SetFilterText(L"x"));
 }
 
-TEST_F(Injection, WritesThatFailAreNotLogged) {
+TEST_F(Injection, FailedWritesAreNotLoggedAndItemObjectsCanBeRefused) {
     TaskMem<KxItemIdList> track;
     *track.Out() = Pidl(sample.tracks[0]);
     KxPcPidl item = track.p;
-    Ref<IKxItemProperties> props;
+    Ref<IKxItemProperties> props, none;
     ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxItemProperties, props.OutVoid()));
     lib.FailOperation(Op::SetStringProperty, E_ACCESSDENIED);
     EXPECT_EQ(E_ACCESSDENIED, props->SetStringProperty(1, &item, &KxPropTitle, L"New"));
     EXPECT_TRUE(lib.Writes().empty());
-    EXPECT_EQ(S_OK, props->SetStringProperty(1, &item, &KxPropTitle, L"New"));
-    EXPECT_EQ(1u, lib.Writes().size());
     lib.FailOperation(Op::GetItemObject, E_FAIL);
-    Ref<IKxItemProperties> none;
     EXPECT_EQ(E_FAIL, root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxItemProperties, none.OutVoid()));
     EXPECT_EQ(nullptr, none.p);
 }
@@ -171,21 +155,21 @@ TEST_F(Injection, OutOfMemoryInsideTheLibraryIsReported) {
 }
 
 TEST_F(Injection, NullOutPointersAreRefused) {
-    EXPECT_EQ(E_POINTER, root->GetOwnId(nullptr));
-    EXPECT_EQ(E_POINTER, root->QueryInterface(IID_IKxContentFolder, nullptr));
     TaskMem<KxItemIdList> own;
     ASSERT_EQ(S_OK, root->GetOwnId(own.Out()));
-    EXPECT_EQ(E_POINTER, root->GetItemName(own.p, 1, nullptr));
-    EXPECT_EQ(E_POINTER, root->GetItemObject(nullptr, nullptr, 1, nullptr, IID_IKxItemProperties, nullptr));
     KxPcPidl item = own.p;
     Ref<IUnknown> unknown;
+    IKxContentFolder* folder = reinterpret_cast<IKxContentFolder*>(&own);
+    EXPECT_EQ(E_POINTER, root->GetOwnId(nullptr));
+    EXPECT_EQ(E_POINTER, root->QueryInterface(IID_IKxContentFolder, nullptr));
+    EXPECT_EQ(E_POINTER, root->GetItemName(own.p, 1, nullptr));
+    EXPECT_EQ(E_POINTER, root->GetItemObject(nullptr, nullptr, 1, nullptr, IID_IKxItemProperties, nullptr));
     EXPECT_EQ(E_NOINTERFACE, root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxContentView, unknown.OutVoid()));
     EXPECT_EQ(E_INVALIDARG, root->GetItemObject(nullptr, nullptr, 0, &item, IID_IKxItemProperties, unknown.OutVoid()));
-    IKxContentSite* site = nullptr;
     EXPECT_EQ(E_POINTER, lib.CreateSite(nullptr));
     EXPECT_EQ(E_POINTER, lib.GetRootFolder(nullptr));
-    EXPECT_EQ(E_INVALIDARG, lib.GetFolder(sample.tracks[0], reinterpret_cast<IKxContentFolder**>(&site)));
-    EXPECT_EQ(nullptr, site);
+    EXPECT_EQ(E_INVALIDARG, lib.GetFolder(sample.tracks[0], &folder));
+    EXPECT_EQ(nullptr, folder);
 }
 
 }  // namespace

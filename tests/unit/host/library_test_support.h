@@ -13,40 +13,30 @@
 
 namespace kxtest {
 
-// Releases an interface pointer at the end of a scope.
+// Owners of an interface pointer and of a CoTaskMem block for one scope.
 template <class I>
 struct Ref {
     I* p = nullptr;
     Ref() = default;
     Ref(const Ref&) = delete;
-    Ref& operator=(const Ref&) = delete;
     ~Ref() { Reset(); }
     void Reset() {
         if (p) p->Release();
         p = nullptr;
     }
-    I** Out() {
-        Reset();
-        return &p;
-    }
+    I** Out() { return Reset(), &p; }
     void** OutVoid() { return reinterpret_cast<void**>(Out()); }
     I* operator->() const { return p; }
     explicit operator bool() const { return p != nullptr; }
 };
 
-// Frees a CoTaskMem pointer at the end of a scope.
 template <class T>
 struct TaskMem {
     T* p = nullptr;
     TaskMem() = default;
     TaskMem(const TaskMem&) = delete;
-    TaskMem& operator=(const TaskMem&) = delete;
     ~TaskMem() { CoTaskMemFree(p); }
-    T** Out() {
-        CoTaskMemFree(p);
-        p = nullptr;
-        return &p;
-    }
+    T** Out() { return CoTaskMemFree(p), p = nullptr, &p; }
 };
 
 struct WalkResult {

@@ -12,56 +12,47 @@ namespace {
 
 using kxhost::ItemId;
 
-struct SiteView : LibraryTest {};
-
-std::pair<LONG, LONG> Size(LONG w, LONG h) { return {w, h}; }
+struct SiteView : LibraryTest {
+    void Open(const std::vector<ItemId>& view, int current, Ref<IKxItemCursor>& cursor) {
+        lib.SetView(view, current);
+        Ref<IKxContentSite> site;
+        Ref<IKxContentView> contentView;
+        EXPECT_EQ(S_OK, lib.CreateSite(site.Out()));
+        EXPECT_EQ(S_OK, site->QueryService(IID_IKxContentView, 0, 0, contentView.OutVoid()));
+        EXPECT_EQ(S_OK, contentView->QueryInterface(IID_IKxItemCursor, cursor.OutVoid()));
+        EXPECT_EQ(E_NOINTERFACE, site->QueryService(IID_IKxItemCursor, 0, 0, contentView.OutVoid()))
+            << "only the view is served";
+        EXPECT_EQ(nullptr, contentView.p);
+    }
+};
 
 TEST_F(SiteView, CursorGivesCountCurrentItemAndItemsByIndex) {
     const std::vector<ItemId> view = {sample.tracks[3], sample.tracks[7], sample.tracks[9]};
-    lib.SetView(view, 1);
-    Ref<IKxContentSite> site;
-    ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
-    Ref<IKxContentView> contentView;
-    ASSERT_EQ(S_OK, site->QueryService(IID_IKxContentView, 0, 0, contentView.OutVoid()));
     Ref<IKxItemCursor> cursor;
-    ASSERT_EQ(S_OK, contentView->QueryInterface(IID_IKxItemCursor, cursor.OutVoid()));
-    ULONG count = 0;
+    Open(view, 1, cursor);
+    ULONG count = 0, fetched = 0;
     ASSERT_EQ(S_OK, cursor->GetCount(&count));
     EXPECT_EQ(3u, count);
     KxCursorItem current = {};
-    ULONG fetched = 0;
     ASSERT_EQ(S_OK, cursor->GetCurrentItems(1, &current, &fetched));
     EXPECT_EQ(1u, fetched);
     EXPECT_EQ(1, current.index);
     EXPECT_EQ(sample.tracks[7], lib.ItemOf(current.pidl));
     CoTaskMemFree(current.pidl);
+    TaskMem<KxItemIdList> id;
     for (LONG i = 0; i < 3; ++i) {
-        TaskMem<KxItemIdList> id;
         ASSERT_EQ(S_OK, cursor->GetItemAt(i, id.Out()));
         EXPECT_EQ(view[i], lib.ItemOf(id.p));
     }
-    TaskMem<KxItemIdList> id;
     EXPECT_EQ(E_INVALIDARG, cursor->GetItemAt(3, id.Out()));
     EXPECT_EQ(E_INVALIDARG, cursor->GetItemAt(-1, id.Out()));
     EXPECT_EQ(nullptr, id.p);
     EXPECT_EQ(E_NOTIMPL, cursor->Reserved1());
-    EXPECT_EQ(E_NOTIMPL, site->Reserved4());
-    // only the view is served
-    Ref<IKxItemCursor> wrong;
-    EXPECT_EQ(E_NOINTERFACE, site->QueryService(IID_IKxItemCursor, 0, 0, wrong.OutVoid()));
-    EXPECT_EQ(nullptr, wrong.p);
 }
 
 TEST_F(SiteView, AViewWithoutCurrentItemFetchesNothing) {
-    lib.SetView({sample.tracks[0]}, -1);
-    Ref<IKxContentSite> site;
-    ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
     Ref<IKxItemCursor> cursor;
-    {
-        Ref<IKxContentView> view;
-        ASSERT_EQ(S_OK, site->QueryService(IID_IKxContentView, 0, 0, view.OutVoid()));
-        ASSERT_EQ(S_OK, view->QueryInterface(IID_IKxItemCursor, cursor.OutVoid()));
-    }
+    Open({sample.tracks[0]}, -1, cursor);
     KxCursorItem current = {5, nullptr};
     ULONG fetched = 7;
     EXPECT_EQ(S_FALSE, cursor->GetCurrentItems(1, &current, &fetched));
@@ -69,20 +60,25 @@ TEST_F(SiteView, AViewWithoutCurrentItemFetchesNothing) {
     EXPECT_EQ(nullptr, current.pidl);
 }
 
+inline std::filesystem::path previewFolder = std::filesystem::temp_directory_path() / "kx_library_previews";
+inline std::vector<std::pair<LONG, LONG>> made;  // the sizes the bitmap maker was asked for
+
+HRESULT FakeMaker(LONG w, LONG h, const DWORD* pixels, HBITMAP* bitmap) {
+    made.push_back({w, h});
+    *bitmap = reinterpret_cast<HBITMAP>(const_cast<DWORD*>(pixels));  // any non-null handle
+    return S_OK;
+}
+
+kxhost::SampleOptions WithFiles() {
+    kxhost::SampleOptions o = kxhost::DefaultSampleOptions();
+    std::filesystem::create_directories(previewFolder);
+    o.pictureFolder = previewFolder.wstring();
+    return o;
+}
+
 struct Preview : LibraryTest {
-    static kxhost::SampleOptions WithFiles() {
-        kxhost::SampleOptions o = kxhost::DefaultSampleOptions();
-        folder() = std::filesystem::temp_directory_path() / "kx_library_previews";
-        std::filesystem::create_directories(folder());
-        o.pictureFolder = folder().wstring();
-        return o;
-    }
-    static std::filesystem::path& folder() {
-        static std::filesystem::path f;
-        return f;
-    }
     Preview() : LibraryTest(WithFiles()) {}
-    ~Preview() override { std::filesystem::remove_all(folder()); }
+    ~Preview() override { std::filesystem::remove_all(previewFolder); }
 
     HRESULT Open(ItemId id, Ref<IKxItemPreview>& out) {
         Ref<IKxContentFolder> root;
@@ -97,48 +93,34 @@ struct Preview : LibraryTest {
         EXPECT_EQ(std::vector<ItemId>{id}, lib.LastItemObjectCall().items);
         return hr;
     }
-
-    static std::vector<std::pair<LONG, LONG>>& made() {
-        static std::vector<std::pair<LONG, LONG>> sizes;
-        return sizes;
-    }
-    static HRESULT FakeMaker(LONG w, LONG h, const DWORD* pixels, HBITMAP* bitmap) {
-        made().push_back({w, h});
-        *bitmap = reinterpret_cast<HBITMAP>(const_cast<DWORD*>(pixels));  // any non-null handle
-        return S_OK;
-    }
 };
 
 TEST_F(Preview, PicturesComeAsRealFiles) {
-    for (size_t i = 0; i < 3; ++i) {
+    // every third one is a BMP, the others JPEGs
+    const struct {
+        size_t index;
+        LPCWSTR extension;
+        unsigned char magic0, magic1;
+    } cases[] = {{0, L".jpg", 0xFF, 0xD8}, {2, L".bmp", 'B', 'M'}};
+    for (const auto& c : cases) {
         Ref<IKxItemPreview> preview;
-        ASSERT_EQ(S_OK, Open(sample.pictures[i], preview));
+        ASSERT_EQ(S_OK, Open(sample.pictures[c.index], preview));
         DWORD kind = 0;
         TaskMem<WCHAR> path;
         ASSERT_EQ(S_OK, preview->GetPreviewSource(&kind, path.Out()));
         EXPECT_NE(static_cast<DWORD>(KX_PREVIEW_BITMAP), kind);
-        std::ifstream file(std::filesystem::path(path.p), std::ios::binary);
-        ASSERT_TRUE(file) << "the picture file exists";
-        unsigned char magic[2] = {};
-        file.read(reinterpret_cast<char*>(magic), 2);
         const std::wstring name(path.p);
-        if (i == 2) {  // every third one is a BMP
-            EXPECT_EQ(L".bmp", name.substr(name.size() - 4));
-            EXPECT_EQ('B', magic[0]);
-            EXPECT_EQ('M', magic[1]);
-        } else {
-            EXPECT_EQ(L".jpg", name.substr(name.size() - 4));
-            EXPECT_EQ(0xFF, magic[0]);
-            EXPECT_EQ(0xD8, magic[1]);
-        }
+        EXPECT_EQ(c.extension, name.substr(name.size() - 4));
+        std::ifstream file(std::filesystem::path(name), std::ios::binary);
+        unsigned char magic[2] = {};
+        ASSERT_TRUE(file.read(reinterpret_cast<char*>(magic), 2)) << "the picture file exists";
+        EXPECT_EQ(c.magic0, magic[0]);
+        EXPECT_EQ(c.magic1, magic[1]);
+        HBITMAP bitmap = reinterpret_cast<HBITMAP>(&kind);
+        SIZE box = {150, 150};
+        EXPECT_EQ(E_UNEXPECTED, preview->GetPreviewBitmap(&box, &bitmap)) << "a file picture is no bitmap";
+        EXPECT_EQ(nullptr, bitmap);
     }
-    Ref<IKxItemPreview> preview;
-    ASSERT_EQ(S_OK, Open(sample.pictures[0], preview));
-    DWORD kind = 0;
-    HBITMAP bitmap = reinterpret_cast<HBITMAP>(&kind);
-    SIZE box = {150, 150};
-    EXPECT_EQ(E_UNEXPECTED, preview->GetPreviewBitmap(&box, &bitmap)) << "a file picture is no bitmap";
-    EXPECT_EQ(nullptr, bitmap);
 }
 
 TEST_F(Preview, VideoComesAsABitmapThatFitsTheBox) {
@@ -155,18 +137,15 @@ TEST_F(Preview, VideoComesAsABitmapThatFitsTheBox) {
     kxhost::SetPreviewBitmapMaker(nullptr);
     EXPECT_EQ(E_NOTIMPL, preview->GetPreviewBitmap(&box, &bitmap));
     kxhost::SetPreviewBitmapMaker(&FakeMaker);
-    made().clear();
-    EXPECT_EQ(S_OK, preview->GetPreviewBitmap(&box, &bitmap));
-    EXPECT_NE(nullptr, bitmap);
-    box = {400, 400};  // never grown
-    EXPECT_EQ(S_OK, preview->GetPreviewBitmap(&box, &bitmap));
-    box = {90, 45};
-    EXPECT_EQ(S_OK, preview->GetPreviewBitmap(&box, &bitmap));
+    made.clear();
+    for (SIZE b : {SIZE{150, 150}, SIZE{400, 400}, SIZE{90, 45}}) {
+        bitmap = nullptr;
+        EXPECT_EQ(S_OK, preview->GetPreviewBitmap(&b, &bitmap));
+        EXPECT_NE(nullptr, bitmap);
+    }
     kxhost::SetPreviewBitmapMaker(kxhost::DefaultPreviewBitmapMaker());
-    ASSERT_EQ(3u, made().size());
-    EXPECT_EQ(Size(150, 84), made()[0]);  // 160 x 90 in 150 x 150, truncated
-    EXPECT_EQ(Size(160, 90), made()[1]);
-    EXPECT_EQ(Size(80, 45), made()[2]);
+    // 160 x 90 fitted, truncated, never grown
+    EXPECT_EQ((std::vector<std::pair<LONG, LONG>>{{150, 84}, {160, 90}, {80, 45}}), made);
     box = {0, 150};
     EXPECT_EQ(E_INVALIDARG, preview->GetPreviewBitmap(&box, &bitmap));
     EXPECT_EQ(E_POINTER, preview->GetPreviewBitmap(nullptr, &bitmap));
