@@ -42,17 +42,7 @@ TEST(LibraryAudit, ForgottenReleasesAndFreesAreSeen) {
     EXPECT_TRUE(lib->DescribeLiveObjects().empty());
 }
 
-struct Injection : LibraryTest {
-    Ref<IKxContentFolder> root;
-    void SetUp() override {
-        LibraryTest::SetUp();
-        ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
-    }
-    void TearDown() override {
-        root.Reset();
-        LibraryTest::TearDown();
-    }
-};
+struct Injection : LibraryTest {};
 
 TEST_F(Injection, TheNthCallFailsOnceOrFromThenOn) {
     const HRESULT status = static_cast<HRESULT>(0x80070015);
@@ -122,8 +112,7 @@ TEST_F(Injection, InterfaceStepsCanBeRefused) {
 }
 
 TEST_F(Injection, FailedWritesAreNotLoggedAndItemObjectsCanBeRefused) {
-    TaskMem<KxItemIdList> track;
-    *track.Out() = Pidl(sample.tracks[0]);
+    TaskMem<KxItemIdList> track(Pidl(sample.tracks[0]));
     KxPcPidl item = track.p;
     Ref<IKxItemProperties> props, none;
     ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxItemProperties, props.OutVoid()));

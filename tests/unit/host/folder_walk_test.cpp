@@ -10,15 +10,6 @@ using kxhost::ItemId;
 using kxhost::WellKnown;
 
 struct FolderWalk : LibraryTest {
-    Ref<IKxContentFolder> root;
-    void SetUp() override {
-        LibraryTest::SetUp();
-        ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
-    }
-    void TearDown() override {
-        root.Reset();
-        LibraryTest::TearDown();
-    }
     std::vector<std::wstring> NamesOf(const std::vector<ItemId>& ids) {
         std::vector<std::wstring> names;
         for (ItemId id : ids) names.push_back(lib.NameOf(id));
@@ -86,17 +77,11 @@ TEST_F(FolderWalk, EmptyFolderGivesEnumeratorsWithSFalse) {
     Ref<IKxContentFolder> playlists;
     ASSERT_EQ(S_OK, empty->GetFolder(empty->Folder(WellKnown::Playlists), playlists.Out()));
     Ref<IKxItemEnum> items;
-    EXPECT_EQ(S_FALSE, playlists->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, items.OutVoid()));
-    ASSERT_TRUE(items);
-    KxPidl child = nullptr;
-    ULONG fetched = 5;
-    EXPECT_EQ(S_FALSE, items->Next(1, &child, &fetched));
-    EXPECT_EQ(0u, fetched);
-    EXPECT_EQ(nullptr, child);
     Ref<IKxTrackList> tracks;
+    EXPECT_EQ(S_FALSE, playlists->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, items.OutVoid()));
     EXPECT_EQ(S_FALSE, playlists->EnumItems(0, KX_ENUM_TRACKS, IID_IKxTrackList, tracks.OutVoid()));
     INT count = -1;
-    ASSERT_TRUE(tracks);
+    ASSERT_TRUE(items && tracks);
     EXPECT_EQ(S_OK, tracks->GetCount(&count));
     EXPECT_EQ(0, count);
     items.Reset(), tracks.Reset(), playlists.Reset();
@@ -142,11 +127,9 @@ TEST_F(FolderWalk, BindToFolderOpensOnlyOwnChildContainers) {
     Ref<IKxContentFolder> albums, child;
     ASSERT_EQ(S_OK, lib.GetFolder(lib.Folder(WellKnown::Albums), albums.Out()));
     auto other = kxhost::InMemoryLibrary::Create();
-    TaskMem<KxItemIdList> album, artist, track, foreign;
-    *album.Out() = Pidl(sample.albums[0]);
-    *artist.Out() = Pidl(sample.artists[0]);
-    *track.Out() = Pidl(sample.tracks[0]);
-    *foreign.Out() = other->NewPidl(sample.albums[0]);  // another library's, though the bytes look alike
+    TaskMem<KxItemIdList> album(Pidl(sample.albums[0])), artist(Pidl(sample.artists[0])),
+        track(Pidl(sample.tracks[0])),
+        foreign(other->NewPidl(sample.albums[0]));  // another library's, though the bytes look alike
     EXPECT_EQ(S_OK, albums->BindToFolder(album.p, IID_IKxContentFolder, child.OutVoid()));
     EXPECT_EQ(E_NOINTERFACE, albums->BindToFolder(album.p, IID_IKxItemEnum, child.OutVoid()));
     EXPECT_EQ(nullptr, child.p);
@@ -194,8 +177,6 @@ struct LargeLibraryWalk : LibraryTest {
 };
 
 TEST_F(LargeLibraryWalk, EveryFolderWalksToTheEnd) {
-    Ref<IKxContentFolder> root;
-    ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
     EXPECT_EQ(5000u, WalkWellKnownFolder(root.p, KxFolderAlbums).names.size());
     EXPECT_EQ(10000u, WalkWellKnownFolder(root.p, KxFolderArtists).names.size());
     EXPECT_EQ(500u, WalkWellKnownFolder(root.p, KxFolderGenres).names.size());

@@ -1,5 +1,6 @@
-// Shared pieces of the in-memory library tests: a fixture that audits references and CoTaskMem
-// blocks after every test, small owners, and the walk of a well-known folder as dialogs do it.
+// Shared pieces of the in-memory library tests: a fixture that opens the root folder and audits
+// references and CoTaskMem blocks after every test, small owners, and the walk of a well-known
+// folder as dialogs do it.
 #pragma once
 
 #include "host/library/in_memory_library.h"
@@ -33,7 +34,7 @@ struct Ref {
 template <class T>
 struct TaskMem {
     T* p = nullptr;
-    TaskMem() = default;
+    explicit TaskMem(T* q = nullptr) : p(q) {}
     TaskMem(const TaskMem&) = delete;
     ~TaskMem() { CoTaskMemFree(p); }
     T** Out() { return CoTaskMemFree(p), p = nullptr, &p; }
@@ -55,8 +56,10 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(kxhost::StartTaskMemAudit());
         blocksBefore = kxhost::LiveTaskMemBlocks();
+        ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
     }
     void TearDown() override {
+        root.Reset();
         kxhost::ResetTaskMemFailures();
         EXPECT_EQ(0, lib.OutstandingReferences()) << lib.DescribeLiveObjects();
         EXPECT_EQ(0, lib.LiveObjects());
@@ -66,6 +69,7 @@ protected:
 
     kxhost::SampleLibrary sample;
     kxhost::InMemoryLibrary& lib;
+    Ref<IKxContentFolder> root;  // opened for every test
     long blocksBefore = 0;
 };
 

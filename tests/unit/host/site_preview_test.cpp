@@ -1,9 +1,7 @@
 // The site's view with its cursor, and previews of pictures and videos.
 #include "tests/unit/host/library_test_support.h"
 
-#include "host/library/picture_file.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
@@ -81,12 +79,9 @@ struct Preview : LibraryTest {
     ~Preview() override { std::filesystem::remove_all(previewFolder); }
 
     HRESULT Open(ItemId id, Ref<IKxItemPreview>& out) {
-        Ref<IKxContentFolder> root;
-        EXPECT_EQ(S_OK, lib.GetRootFolder(root.Out()));
         Ref<IKxContentSite> site;
         EXPECT_EQ(S_OK, lib.CreateSite(site.Out()));
-        TaskMem<KxItemIdList> pidl;
-        *pidl.Out() = Pidl(id);
+        TaskMem<KxItemIdList> pidl(Pidl(id));
         KxPcPidl item = pidl.p;
         HRESULT hr = root->GetItemObject(site.p, nullptr, 1, &item, IID_IKxItemPreview, out.OutVoid());
         EXPECT_EQ(site.p, lib.LastItemObjectCall().site) << "the call is recorded, refused or not";
@@ -156,17 +151,6 @@ TEST_F(Preview, OnlyPicturesAndVideosHaveOne) {
     EXPECT_EQ(E_NOINTERFACE, Open(sample.tracks[0], preview));
     EXPECT_EQ(nullptr, preview.p);
     EXPECT_EQ(E_NOINTERFACE, Open(sample.albums[0], preview));
-}
-
-TEST(PictureFile, BmpHasTheSizeItsHeaderTells) {
-    auto pixels = kxhost::SamplePixels(5, 3, 1);
-    auto bmp = kxhost::EncodeBmp(5, 3, pixels);
-    const uint32_t stride = 16;  // 5 * 3 = 15, padded to 16
-    ASSERT_EQ(54u + stride * 3, bmp.size());
-    EXPECT_EQ(bmp.size(), static_cast<size_t>(bmp[2] | bmp[3] << 8 | bmp[4] << 16 | bmp[5] << 24));
-    // bottom-up: the first stored row is the picture's last; the frame is dark
-    EXPECT_EQ(static_cast<BYTE>(pixels[10] & 0xFF), bmp[54]);
-    EXPECT_EQ(static_cast<BYTE>((pixels[0] >> 16) & 0xFF), bmp[54 + 2 * stride + 2]);
 }
 
 }  // namespace
