@@ -1,4 +1,4 @@
-// Shared pieces of the in-memory library tests: a fixture that opens the root folder and audits
+// Common pieces of the in-memory library tests: a fixture that opens the root folder and audits
 // references and CoTaskMem blocks after every test, small owners, and the walk of a well-known
 // folder as dialogs do it.
 #pragma once

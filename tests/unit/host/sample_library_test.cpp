@@ -32,7 +32,7 @@ TEST(SampleLibrary, ContainersAgreeWithTheTags) {
     auto s = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
     auto& lib = *s.library;
     EXPECT_EQ(s.tracks, lib.Members(lib.Folder(kxhost::WellKnown::AllTracks)));
-    // every track of an album or artist carries its name; art on every third album, shared by its tracks
+    // every track of an album or artist carries its name; art on every third album, the same for all its tracks
     std::map<ItemId, int> seen;
     for (size_t a = 0; a < s.albums.size(); ++a)
         for (ItemId t : lib.Members(s.albums[a])) {

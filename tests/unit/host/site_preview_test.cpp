@@ -1,7 +1,6 @@
 // The site's view with its cursor, and previews of pictures and videos.
 #include "tests/unit/host/library_test_support.h"
 
-
 #include <filesystem>
 #include <fstream>
 
@@ -24,7 +23,7 @@ struct SiteView : LibraryTest {
     }
 };
 
-TEST_F(SiteView, CursorGivesCountCurrentItemAndItemsByIndex) {
+TEST_F(SiteView, CursorGivesCountCurrentItemsAndItemsByIndex) {
     const std::vector<ItemId> view = {sample.tracks[3], sample.tracks[7], sample.tracks[9]};
     Ref<IKxItemCursor> cursor;
     Open(view, 1, cursor);
@@ -46,13 +45,10 @@ TEST_F(SiteView, CursorGivesCountCurrentItemAndItemsByIndex) {
     EXPECT_EQ(E_INVALIDARG, cursor->GetItemAt(-1, id.Out()));
     EXPECT_EQ(nullptr, id.p);
     EXPECT_EQ(E_NOTIMPL, cursor->Reserved1());
-}
-
-TEST_F(SiteView, AViewWithoutCurrentItemFetchesNothing) {
-    Ref<IKxItemCursor> cursor;
+    // a view without a current item fetches nothing
     Open({sample.tracks[0]}, -1, cursor);
-    KxCursorItem current = {5, nullptr};
-    ULONG fetched = 7;
+    current = {5, nullptr};
+    fetched = 7;
     EXPECT_EQ(S_FALSE, cursor->GetCurrentItems(1, &current, &fetched));
     EXPECT_EQ(0u, fetched);
     EXPECT_EQ(nullptr, current.pidl);
