@@ -14,11 +14,4 @@ TEST(PluginExports, LoadsFromItsFolderAndExportsTheFourEntryPoints) {
         EXPECT_NE(nullptr, reinterpret_cast<void*>(GetProcAddress(plugin.module(), name))) << name;
 }
 
-TEST(PluginExports, UnknownClassIsNotAvailable) {
-    kxtest::PluginLibrary plugin;
-    const GUID other = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
-    void* out = reinterpret_cast<void*>(0x1);
-    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, plugin.GetClassObject(other, IID_IClassFactory, &out));
-}
-
 }  // namespace
