@@ -5,9 +5,7 @@ namespace tagtest {
 namespace {
 
 using Stepping = TagModelTest;
-typedef std::vector<Written> Log;
-const WriteRecord::Kind S = WriteRecord::String;
-const WriteRecord::Kind R = WriteRecord::Remove;
+const WriteRecord::Kind S = WriteRecord::String, R = WriteRecord::Remove;
 
 struct Flags {
     BOOL first = 7;
@@ -17,8 +15,7 @@ struct Flags {
 TEST_F(Stepping, ForwardSavesThenShowsTheNextItem) {
     ScriptedEditor& e = StartedEditor({0});
     e.ControlsShowReadValues();
-    CoTaskMemFree(e.controls.artist);
-    e.controls.artist = Dup(L"Changed");
+    SetText(e.controls.artist, L"Changed");
     Flags f;
     EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, TRUE));
     EXPECT_FALSE(f.first);
@@ -35,36 +32,32 @@ TEST_F(Stepping, ForwardSavesThenShowsTheNextItem) {
 
     // on to the last item, touching nothing: each save only removes the missing art
     lib->ClearWrites();
-    e.ControlsShowReadValues();
-    EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, TRUE));
-    EXPECT_FALSE(f.last);
-    e.ControlsShowReadValues();
-    EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, TRUE));
-    EXPECT_TRUE(f.last);
-    EXPECT_FALSE(f.first);
+    for (BOOL last : {FALSE, TRUE}) {
+        e.ControlsShowReadValues();
+        EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, TRUE));
+        EXPECT_EQ(last, f.last);
+        EXPECT_FALSE(f.first);
+    }
     EXPECT_EQ(3, e.m_currentIndex);
     EXPECT_EQ(L"Four", e.shownTitle);
     EXPECT_EQ((Log{{1, 100, R}, {2, 100, R}}), Writes());
-}
 
-TEST_F(Stepping, BackToTheFirstSetsIsFirst) {
+    // and back to the first
     lib->SetView(tracks, 1);
     BOOL isLast = FALSE, isFirst = FALSE;
-    ScriptedEditor& e = StartedEditor({1}, &isLast, &isFirst);
+    ScriptedEditor& back = StartedEditor({1}, &isLast, &isFirst);
     EXPECT_FALSE(isLast);
     EXPECT_FALSE(isFirst);
-    Flags f;
-    EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, FALSE));
+    EXPECT_EQ(S_OK, back.MoveToItem(&f.first, &f.last, FALSE));
     EXPECT_TRUE(f.first);
     EXPECT_FALSE(f.last);
-    EXPECT_EQ(L"One", e.shownTitle);
+    EXPECT_EQ(L"One", back.shownTitle);
 }
 
-TEST_F(Stepping, AStepBeforeTheFirstIsRefusedAfterTheSave) {
+TEST_F(Stepping, AStepPastEitherEndIsRefusedAfterTheSave) {
     ScriptedEditor& e = StartedEditor({0});
     e.ControlsShowReadValues();
-    CoTaskMemFree(e.controls.year);
-    e.controls.year = Dup(L"1970");
+    SetText(e.controls.year, L"1970");
     Flags f;
     EXPECT_EQ(E_NOTIMPL, e.MoveToItem(&f.first, &f.last, FALSE));
     EXPECT_TRUE(f.first);
@@ -77,22 +70,21 @@ TEST_F(Stepping, AStepBeforeTheFirstIsRefusedAfterTheSave) {
     EXPECT_EQ(0, e.m_currentIndex);
     EXPECT_EQ(S_OK, e.MoveToItem(&f.first, &f.last, TRUE));
     EXPECT_EQ(L"Two", e.shownTitle);
-}
 
-TEST_F(Stepping, AStepAfterTheLastIsRefused) {
     lib->SetView(tracks, 3);
+    lib->ClearWrites();
     BOOL isLast = FALSE, isFirst = FALSE;
-    ScriptedEditor& e = StartedEditor({3}, &isLast, &isFirst);
+    ScriptedEditor& end = StartedEditor({3}, &isLast, &isFirst);
     EXPECT_TRUE(isLast);
     EXPECT_FALSE(isFirst);
-    e.ControlsShowReadValues();
-    Flags f;
-    EXPECT_EQ(E_NOTIMPL, e.MoveToItem(&f.first, &f.last, TRUE));
+    end.ControlsShowReadValues();
+    f = Flags();
+    EXPECT_EQ(E_NOTIMPL, end.MoveToItem(&f.first, &f.last, TRUE));
     EXPECT_TRUE(f.last);
     EXPECT_FALSE(f.first);
     EXPECT_EQ((Log{{3, 100, R}}), Writes());  // saved all the same
-    EXPECT_EQ(3, e.m_currentIndex);
-    EXPECT_EQ(0, e.shown);
+    EXPECT_EQ(3, end.m_currentIndex);
+    EXPECT_EQ(0, end.shown);
 }
 
 TEST_F(Stepping, AViewWhoseItemLookupFailsKeepsTheShownItem) {
