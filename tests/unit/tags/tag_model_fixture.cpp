@@ -112,6 +112,12 @@ ScriptedEditor& TagModelTest::StartedEditor(std::vector<int> which, BOOL* isLast
     return e;
 }
 
+ScriptedEditor& TagModelTest::Untouched(int track) {
+    ScriptedEditor& e = StartedEditor({track});
+    e.ControlsShowReadValues();
+    return e;
+}
+
 Log TagModelTest::Writes() const {
     Log out;
     for (const WriteRecord& w : lib->Writes()) {

@@ -71,6 +71,8 @@ protected:
     ScriptedEditor& Editor(std::vector<int> which);
     // An editor that has run the reading start of a dialog.
     ScriptedEditor& StartedEditor(std::vector<int> which, BOOL* isLast = nullptr, BOOL* isFirst = nullptr);
+    // A started editor for one track whose controls show the values as read.
+    ScriptedEditor& Untouched(int track);
     Log Writes() const;
 
     std::shared_ptr<InMemoryLibrary> lib;
