@@ -62,25 +62,19 @@ void TagModelTest::SetUp() {
     // Track 0: all ten tags; title, rating and number can only be read.
     ItemId t0 = tracks[0];
     lib->SetString(t0, KxPropTitle, L"One", kxhost::kReadable);
-    lib->SetString(t0, KxPropArtist, L"Zed");
-    lib->SetString(t0, KxPropArtist2, L"Beta");
-    lib->SetString(t0, KxPropAlbum, L"Abbey");
-    lib->SetString(t0, KxPropGenre, L"Rock");
-    lib->SetString(t0, KxPropYear, L"1999");
     lib->SetInt(t0, KxPropTrackNumber, 3);
     lib->SetInt(t0, KxPropRating, 4, kxhost::kReadable);
     lib->SetInt(t0, KxPropTagInt12, 1234567, kxhost::kReadable);
     lib->SetValue(t0, KxPropAlbumArt, kxhost::PropertyValue::Blob({0xFF, 0xD8, 0x01}));
-    lib->SetString(t0, KxPropLocation, L"Music");
-    lib->SetString(t0, KxPropFilePath, L"C:\\Music\\one.mp3");
     // Track 1: title, artist, rating 0, no art, no track number. Tracks 2 and 3: a title each.
-    lib->SetString(tracks[1], KxPropTitle, L"Two");
-    lib->SetString(tracks[1], KxPropArtist, L"alpha");
     lib->SetInt(tracks[1], KxPropRating, 0);
-    lib->SetString(tracks[1], KxPropLocation, L"Music");
-    lib->SetString(tracks[1], KxPropFilePath, L"C:\\Music\\two.mp3");
-    lib->SetString(tracks[2], KxPropTitle, L"Three");
-    lib->SetString(tracks[3], KxPropTitle, L"Four");
+    struct Text { int track; const KxPropertyKey* key; LPCWSTR text; };
+    for (Text t : {Text{0, &KxPropArtist, L"Zed"}, {0, &KxPropArtist2, L"Beta"}, {0, &KxPropAlbum, L"Abbey"},
+                   {0, &KxPropGenre, L"Rock"}, {0, &KxPropYear, L"1999"}, {0, &KxPropLocation, L"Music"},
+                   {0, &KxPropFilePath, L"C:\\Music\\one.mp3"}, {1, &KxPropTitle, L"Two"}, {1, &KxPropArtist, L"alpha"},
+                   {1, &KxPropLocation, L"Music"}, {1, &KxPropFilePath, L"C:\\Music\\two.mp3"},
+                   {2, &KxPropTitle, L"Three"}, {3, &KxPropTitle, L"Four"}})
+        lib->SetString(tracks[static_cast<size_t>(t.track)], *t.key, t.text);
     lib->SetView(tracks, 0);
     ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
     ASSERT_EQ(S_OK, lib->CreateSite(&site));

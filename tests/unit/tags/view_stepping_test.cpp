@@ -47,11 +47,7 @@ TEST_F(Stepping, AStepPastEitherEndIsRefusedAfterTheSave) {
     EXPECT_EQ(L"Two", e.shownTitle);
 
     lib->SetView(tracks, 3);
-    BOOL isLast = FALSE, isFirst = FALSE;
-    ScriptedEditor& end = StartedEditor({3}, &isLast, &isFirst);
-    EXPECT_TRUE(isLast);
-    EXPECT_FALSE(isFirst);
-    end.ControlsShowReadValues();
+    ScriptedEditor& end = Untouched(3);
     EXPECT_EQ(E_NOTIMPL, end.MoveToItem(&first, &last, TRUE));
     EXPECT_TRUE(last);
     EXPECT_EQ(3, end.m_currentIndex);
@@ -61,25 +57,25 @@ TEST_F(Stepping, AStepPastEitherEndIsRefusedAfterTheSave) {
 TEST_F(Stepping, AViewWhoseItemLookupFailsKeepsTheShownItem) {
     ScriptedEditor& e = Untouched(0);
     BOOL first = 7, last = 7;
-    lib->FailOperation(Op::CursorGetItemAt, E_UNEXPECTED, 1);
-    EXPECT_EQ(E_UNEXPECTED, e.MoveToItem(&first, &last, TRUE));
-    EXPECT_TRUE(last);
-    EXPECT_FALSE(first);
-    EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem));
-    EXPECT_EQ(1, e.m_currentIndex);  // stays where the step put it
+    for (BOOL forward : {TRUE, FALSE}) {
+        lib->FailOperation(Op::CursorGetItemAt, forward ? E_UNEXPECTED : E_FAIL, 1);
+        EXPECT_EQ(forward ? E_UNEXPECTED : E_FAIL, e.MoveToItem(&first, &last, forward));
+        EXPECT_EQ(forward, last);
+        EXPECT_EQ(!forward, first);
+        EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem));
+        EXPECT_EQ(forward ? 1 : 0, e.m_currentIndex);  // stays where the step put it
+    }
     EXPECT_EQ(0, e.artCleared);
-
-    lib->FailOperation(Op::CursorGetItemAt, E_FAIL, 1);
-    EXPECT_EQ(E_FAIL, e.MoveToItem(&first, &last, FALSE));
-    EXPECT_TRUE(first);
-    EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem));
 }
 
 TEST_F(Stepping, WithoutACountTheStepIsNotBounded) {
     lib->SetView(tracks, 2);
-    ScriptedEditor& e = Untouched(2);
-    BOOL first = 7, last = 7;
-    lib->FailOperation(Op::CursorGetCount, E_FAIL, 1, 2);
+    lib->FailOperation(Op::CursorGetCount, E_FAIL, 1, -1);
+    BOOL first = FALSE, last = FALSE;
+    ScriptedEditor& e = StartedEditor({2}, &last, &first);
+    EXPECT_FALSE(first || last);  // left alone
+    EXPECT_EQ(nullptr, e.m_currentItem);  // found when first needed
+    e.ControlsShowReadValues();
     EXPECT_EQ(S_OK, e.MoveToItem(&first, &last, TRUE));
     EXPECT_FALSE(last);  // not known without the count
     EXPECT_EQ(L"Four", e.shownTitle);
