@@ -21,17 +21,17 @@ const BYTE kChromaQuant[64] = {17, 18, 24, 47, 99, 99, 99, 99, 18, 21, 26, 66, 9
                                99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99};
 
 // Code counts per length 1..16, then the symbols in code order.
-struct HuffmanSpec {
+struct HuffmanTable {
     BYTE counts[16];
     std::vector<BYTE> symbols;
 };
 
-const HuffmanSpec& Spec(bool ac, bool chroma) {
-    static const HuffmanSpec dcLuma = {{0, 1, 5, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0, 0, 0},
+const HuffmanTable& Table(bool ac, bool chroma) {
+    static const HuffmanTable dcLuma = {{0, 1, 5, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0, 0, 0},
                                        {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}};
-    static const HuffmanSpec dcChroma = {{0, 3, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0},
+    static const HuffmanTable dcChroma = {{0, 3, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0},
                                          {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}};
-    static const HuffmanSpec acLuma = {
+    static const HuffmanTable acLuma = {
         {0, 2, 1, 3, 3, 2, 4, 3, 5, 5, 4, 4, 0, 0, 1, 0x7d},
         {0x01, 0x02, 0x03, 0x00, 0x04, 0x11, 0x05, 0x12, 0x21, 0x31, 0x41, 0x06, 0x13, 0x51, 0x61, 0x07, 0x22,
          0x71, 0x14, 0x32, 0x81, 0x91, 0xa1, 0x08, 0x23, 0x42, 0xb1, 0xc1, 0x15, 0x52, 0xd1, 0xf0, 0x24, 0x33,
@@ -43,7 +43,7 @@ const HuffmanSpec& Spec(bool ac, bool chroma) {
          0xb6, 0xb7, 0xb8, 0xb9, 0xba, 0xc2, 0xc3, 0xc4, 0xc5, 0xc6, 0xc7, 0xc8, 0xc9, 0xca, 0xd2, 0xd3, 0xd4,
          0xd5, 0xd6, 0xd7, 0xd8, 0xd9, 0xda, 0xe1, 0xe2, 0xe3, 0xe4, 0xe5, 0xe6, 0xe7, 0xe8, 0xe9, 0xea, 0xf1,
          0xf2, 0xf3, 0xf4, 0xf5, 0xf6, 0xf7, 0xf8, 0xf9, 0xfa}};
-    static const HuffmanSpec acChroma = {
+    static const HuffmanTable acChroma = {
         {0, 2, 1, 2, 4, 4, 3, 4, 7, 5, 4, 4, 0, 1, 2, 0x77},
         {0x00, 0x01, 0x02, 0x03, 0x11, 0x04, 0x05, 0x21, 0x31, 0x06, 0x12, 0x41, 0x51, 0x07, 0x61, 0x71, 0x13,
          0x22, 0x32, 0x81, 0x08, 0x14, 0x42, 0x91, 0xa1, 0xb1, 0xc1, 0x09, 0x23, 0x33, 0x52, 0xf0, 0x15, 0x62,
@@ -58,17 +58,17 @@ const HuffmanSpec& Spec(bool ac, bool chroma) {
     return ac ? (chroma ? acChroma : acLuma) : (chroma ? dcChroma : dcLuma);
 }
 
-// Canonical codes from a spec: code and length per symbol.
+// Canonical codes from a table: code and length per symbol.
 struct HuffmanCodes {
     uint16_t code[256] = {};
     BYTE length[256] = {};
-    explicit HuffmanCodes(const HuffmanSpec& spec) {
+    explicit HuffmanCodes(const HuffmanTable& table) {
         uint16_t code = 0;
         size_t k = 0;
         for (int len = 1; len <= 16; ++len) {
-            for (int i = 0; i < spec.counts[len - 1]; ++i, ++k) {
-                this->code[spec.symbols[k]] = code++;
-                length[spec.symbols[k]] = static_cast<BYTE>(len);
+            for (int i = 0; i < table.counts[len - 1]; ++i, ++k) {
+                this->code[table.symbols[k]] = code++;
+                length[table.symbols[k]] = static_cast<BYTE>(len);
             }
             code = static_cast<uint16_t>(code << 1);
         }
@@ -120,7 +120,7 @@ uint32_t MagnitudeBits(int v, int category) {
 
 }  // namespace
 
-const std::vector<BYTE>& JpegHuffmanSymbols(bool ac, bool chrominance) { return Spec(ac, chrominance).symbols; }
+const std::vector<BYTE>& JpegHuffmanSymbols(bool ac, bool chrominance) { return Table(ac, chrominance).symbols; }
 
 std::vector<BYTE> EncodeJpeg(LONG width, LONG height, const std::vector<DWORD>& pixels, int quality) {
     std::vector<BYTE> out;
@@ -149,17 +149,17 @@ std::vector<BYTE> EncodeJpeg(LONG width, LONG height, const std::vector<DWORD>& 
     out.insert(out.end(), {3, 1, 0x11, 0, 2, 0x11, 1, 3, 0x11, 1});
     const BYTE classes[4][2] = {{0x00, 0}, {0x10, 1}, {0x01, 2}, {0x11, 3}};  // DC0, AC0, DC1, AC1
     for (const auto& c : classes) {
-        const HuffmanSpec& spec = Spec((c[0] & 0x10) != 0, (c[0] & 0x01) != 0);
+        const HuffmanTable& table = Table((c[0] & 0x10) != 0, (c[0] & 0x01) != 0);
         out.insert(out.end(), {0xFF, 0xC4});
-        Put16(out, static_cast<uint32_t>(2 + 1 + 16 + spec.symbols.size()));
+        Put16(out, static_cast<uint32_t>(2 + 1 + 16 + table.symbols.size()));
         out.push_back(c[0]);
-        out.insert(out.end(), spec.counts, spec.counts + 16);
-        out.insert(out.end(), spec.symbols.begin(), spec.symbols.end());
+        out.insert(out.end(), table.counts, table.counts + 16);
+        out.insert(out.end(), table.symbols.begin(), table.symbols.end());
     }
     out.insert(out.end(), {0xFF, 0xDA, 0, 12, 3, 1, 0x00, 2, 0x11, 3, 0x11, 0, 63, 0});  // SOS
 
-    const HuffmanCodes dc[2] = {HuffmanCodes(Spec(false, false)), HuffmanCodes(Spec(false, true))};
-    const HuffmanCodes ac[2] = {HuffmanCodes(Spec(true, false)), HuffmanCodes(Spec(true, true))};
+    const HuffmanCodes dc[2] = {HuffmanCodes(Table(false, false)), HuffmanCodes(Table(false, true))};
+    const HuffmanCodes ac[2] = {HuffmanCodes(Table(true, false)), HuffmanCodes(Table(true, true))};
     double cosine[8][8];
     for (int x = 0; x < 8; ++x)
         for (int u = 0; u < 8; ++u) cosine[x][u] = std::cos((2 * x + 1) * u * 3.14159265358979323846 / 16);
