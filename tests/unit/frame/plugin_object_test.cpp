@@ -31,50 +31,39 @@ std::vector<std::wstring> TraceMessages() {
     return messages;
 }
 
+// Records each dialog it is asked to run, as "name [arguments]", and answers `result`.
 class RecordingRunner : public IKxDialogRunner {
 public:
-    HRESULT ShowNameDialog(KxComResPlginPluginObj&, HWND, INT kind, INT mode, LPCWSTR, LPWSTR*) override {
-        calls.push_back(L"name " + std::to_wstring(kind) + L" " + std::to_wstring(mode));
+    using Obj = KxComResPlginPluginObj;
+    HRESULT Run(std::wstring call) {
+        calls.push_back(std::move(call));
         return result;
     }
-    HRESULT ShowEditTagDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, UINT count,
-                              const KxPcPidl*) override {
-        calls.push_back(L"tags " + std::to_wstring(count));
-        return result;
+    HRESULT ShowNameDialog(Obj&, HWND, INT kind, INT mode, LPCWSTR, LPWSTR*) override {
+        return Run(L"name " + std::to_wstring(kind) + L" " + std::to_wstring(mode));
     }
-    HRESULT ShowAddToPlaylistDialog(KxComResPlginPluginObj&, HWND, IKxContentFolder*, LPCWSTR, KxPidl*,
-                                    LPWSTR*) override {
-        calls.push_back(L"playlist");
-        return result;
+    HRESULT ShowEditTagDialog(Obj&, HWND, IKxContentSite*, IKxContentFolder*, UINT n, const KxPcPidl*) override {
+        return Run(L"tags " + std::to_wstring(n));
     }
-    HRESULT ShowAddToSlideshowDialog(KxComResPlginPluginObj&, HWND, IKxContentFolder*, LPCWSTR, KxPidl*,
-                                     LPWSTR*) override {
-        calls.push_back(L"slideshow");
-        return result;
+    HRESULT ShowAddToPlaylistDialog(Obj&, HWND, IKxContentFolder*, LPCWSTR, KxPidl*, LPWSTR*) override {
+        return Run(L"playlist");
     }
-    HRESULT ShowMessageBox(KxComResPlginPluginObj& plugin, HWND, LPCWSTR text, LPCWSTR, UINT flags) override {
-        calls.push_back(L"message " + std::wstring(text ? text : L"-") + L" " + std::to_wstring(flags) + L" " +
-                        plugin.DefaultCaption());
-        return result;
+    HRESULT ShowAddToSlideshowDialog(Obj&, HWND, IKxContentFolder*, LPCWSTR, KxPidl*, LPWSTR*) override {
+        return Run(L"slideshow");
     }
-    HRESULT CreateBalloonTip(KxComResPlginPluginObj&, REFIID, HWND, LPCWSTR, LPCWSTR, UINT, void**) override {
-        calls.push_back(L"balloon");
-        return result;
+    HRESULT ShowMessageBox(Obj& plugin, HWND, LPCWSTR text, LPCWSTR, UINT flags) override {
+        return Run(L"message " + std::wstring(text) + L" " + std::to_wstring(flags) + L" " + plugin.DefaultCaption());
     }
-    HRESULT ShowImagePropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                    KxPcPidl) override {
-        calls.push_back(L"image");
-        return result;
+    HRESULT CreateBalloonTip(Obj&, REFIID, HWND, LPCWSTR, LPCWSTR, UINT, void**) override { return Run(L"balloon"); }
+    HRESULT ShowImagePropertyDialog(Obj&, HWND, IKxContentSite*, IKxContentFolder*, KxPcPidl) override {
+        return Run(L"image");
     }
-    HRESULT ShowVideoPropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                    KxPcPidl) override {
-        calls.push_back(L"video");
-        return result;
+    HRESULT ShowVideoPropertyDialog(Obj&, HWND, IKxContentSite*, IKxContentFolder*, KxPcPidl) override {
+        return Run(L"video");
     }
-    HRESULT ShowAddMusicsDialog(KxComResPlginPluginObj&, DWORD reserved, IKxContentSite*, IKxContentFolder*,
-                                LPCWSTR, IKxTrackList*, INT*, KxPidl**) override {
-        calls.push_back(L"musics " + std::to_wstring(reserved));
-        return result;
+    HRESULT ShowAddMusicsDialog(Obj&, DWORD reserved, IKxContentSite*, IKxContentFolder*, LPCWSTR, IKxTrackList*,
+                                INT*, KxPidl**) override {
+        return Run(L"musics " + std::to_wstring(reserved));
     }
     std::vector<std::wstring> calls;
     HRESULT result = S_OK;
@@ -93,6 +82,10 @@ public:
     int queries = 0;
     int refs = 1;
 };
+
+HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out) {
+    return VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, clsid, iid, out);
+}
 
 class PluginFrame : public ::testing::Test {
 protected:
@@ -118,8 +111,7 @@ protected:
 
     IClassFactory* Factory() {
         void* out = nullptr;
-        EXPECT_EQ(S_OK, VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, CLSID_KxComResPlginPluginObj,
-                                         IID_IClassFactory, &out));
+        EXPECT_EQ(S_OK, GetClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory, &out));
         return static_cast<IClassFactory*>(out);
     }
     HRESULT Create(IKxCommonResource** out, IUnknown* outer = nullptr, REFIID iid = IID_IKxCommonResource) {
@@ -139,36 +131,28 @@ private:
 const GUID kOtherGuid = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
 
 TEST_F(PluginFrame, GetClassObjectTestsTheInterfaceFirstThenTheClass) {
+    const CLSID& ours = CLSID_KxComResPlginPluginObj;
     void* out = reinterpret_cast<void*>(0x1);
-    EXPECT_EQ(E_NOINTERFACE, VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, CLSID_KxComResPlginPluginObj,
-                                              IID_IKxCommonResource, &out));
-    EXPECT_EQ(E_NOINTERFACE,
-              VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, kOtherGuid, IID_IKxCommonResource, &out));
-    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE,
-              VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, kOtherGuid, IID_IClassFactory, &out));
+    EXPECT_EQ(E_NOINTERFACE, GetClassObject(ours, IID_IKxCommonResource, &out));
+    EXPECT_EQ(E_NOINTERFACE, GetClassObject(kOtherGuid, IID_IKxCommonResource, &out));
+    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, GetClassObject(kOtherGuid, IID_IClassFactory, &out));
     EXPECT_EQ(reinterpret_cast<void*>(0x1), out);
-    EXPECT_EQ(E_POINTER, VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, CLSID_KxComResPlginPluginObj,
-                                          IID_IClassFactory, nullptr));
+    EXPECT_EQ(E_POINTER, GetClassObject(ours, IID_IClassFactory, nullptr));
 
     // Either interface gives the factory; it answers both and nothing else.
-    ASSERT_EQ(S_OK, VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, CLSID_KxComResPlginPluginObj,
-                                     IID_IUnknown, &out));
+    ASSERT_EQ(S_OK, GetClassObject(ours, IID_IUnknown, &out));
     IClassFactory* factory = static_cast<IClassFactory*>(out);
     void* again = nullptr;
     EXPECT_EQ(S_OK, factory->QueryInterface(IID_IClassFactory, &again));
     EXPECT_EQ(out, again);
-    EXPECT_EQ(3u, factory->AddRef());
-    EXPECT_EQ(2u, factory->Release());
     EXPECT_EQ(E_NOINTERFACE, factory->QueryInterface(IID_IKxCommonResource, &again));
     EXPECT_EQ(nullptr, again);
     EXPECT_EQ(1u, factory->Release());
     EXPECT_EQ(0u, factory->Release());
 
-    // The factory cannot be allocated: null and out of memory.
     kxcompat::FailTaskMemAllocations(1);
     out = reinterpret_cast<void*>(0x1);
-    EXPECT_EQ(E_OUTOFMEMORY, VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, CLSID_KxComResPlginPluginObj,
-                                              IID_IClassFactory, &out));
+    EXPECT_EQ(E_OUTOFMEMORY, GetClassObject(ours, IID_IClassFactory, &out));
     EXPECT_EQ(nullptr, out);
 }
 
@@ -203,53 +187,46 @@ TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibrary) {
     EXPECT_EQ(1, platform.oleUninitializeCalls);
 }
 
-TEST_F(PluginFrame, WithoutTheResourceLibraryNothingComesUp) {
+TEST_F(PluginFrame, InitFailuresLeaveNothingUpAndOleEndsOnce) {
     platform.existingFiles.clear();
     IKxCommonResource* resource = reinterpret_cast<IKxCommonResource*>(0x1);
     EXPECT_EQ(E_FAIL, Create(&resource));
     EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource) << "out is not touched after a failed Init";
-    EXPECT_EQ(0, g_cLiveObjects);
     EXPECT_EQ(0, platform.frees);
     EXPECT_TRUE(platform.resourceHandles.empty());
     EXPECT_EQ(1, platform.oleUninitializeCalls) << "OLE started by Init ends in FinalRelease";
     EXPECT_EQ(L"S:KxComResPlginPluginObj::FinalRelease>>", TraceMessages().back());
-}
 
-TEST_F(PluginFrame, InitWithoutModuleHandleOrOleStillEndsCleanly) {
     g_hModuleInstance = nullptr;
-    IKxCommonResource* resource = nullptr;
     EXPECT_EQ(E_FAIL, Create(&resource));
-    EXPECT_TRUE(platform.loadedPaths.empty());
-    EXPECT_EQ(1, platform.oleUninitializeCalls);
+    EXPECT_EQ(1u, platform.loadedPaths.size()) << "no load without the plug-in's own path";
+    EXPECT_EQ(2, platform.oleUninitializeCalls);
 
     // A failed OLE start is not a failure of the object, and is not ended later.
     g_hModuleInstance = FakePluginPlatform::Plugin();
+    platform.existingFiles = {L"C:\\Program Files\\Media\\Plugins\\ComRcRes.dll"};
     platform.oleResult = E_OUTOFMEMORY;
     ASSERT_EQ(S_OK, Create(&resource));
     EXPECT_EQ(E_OUTOFMEMORY, static_cast<KxComResPlginPluginObj*>(resource)->OleInitializeResult());
     resource->Release();
-    EXPECT_EQ(1, platform.oleUninitializeCalls);
+    EXPECT_EQ(2, platform.oleUninitializeCalls);
     EXPECT_EQ(1, platform.frees);
 }
 
-TEST_F(PluginFrame, ObjectThatCannotBeAllocated) {
+TEST_F(PluginFrame, CreateInstanceFailures) {
     IClassFactory* factory = Factory();
     kxcompat::FailTaskMemAllocations(1);
-    IKxCommonResource* resource = reinterpret_cast<IKxCommonResource*>(0x1);
-    EXPECT_EQ(E_OUTOFMEMORY,
-              factory->CreateInstance(nullptr, IID_IKxCommonResource, reinterpret_cast<void**>(&resource)));
-    EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource);
+    void* out = reinterpret_cast<void*>(0x1);
+    EXPECT_EQ(E_OUTOFMEMORY, factory->CreateInstance(nullptr, IID_IKxCommonResource, &out));
+    EXPECT_EQ(reinterpret_cast<void*>(0x1), out);
     EXPECT_EQ((std::vector<std::wstring>{
                   L"S:KxComResPlginPluginObj::CreateInstance>>",
                   L"E:KxComResPlginPluginObj::CreateInstance>> Failed to create KxComResPlginPluginObj object"}),
               TraceMessages());
     EXPECT_EQ(0, platform.oleInitializeCalls);
-    factory->Release();
-}
+    kxcompat::ResetTaskMemFailures();
 
-TEST_F(PluginFrame, UnknownInterfaceDestroysTheNewObject) {
-    void* out = reinterpret_cast<void*>(0x1);
-    IClassFactory* factory = Factory();
+    // An unknown interface destroys the new object.
     EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, kOtherGuid, &out));
     EXPECT_EQ(nullptr, out);
     EXPECT_EQ(0, g_cLiveObjects);
@@ -294,27 +271,24 @@ public:
 TEST_F(PluginFrame, OperationsWithoutTheResourceLibrary) {
     auto* object = new (std::nothrow) UninitialisedObject;
     ASSERT_NE(nullptr, object);
-    IKxCommonResource* resource = object;
-    const HRESULT noLibrary = HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+    IKxCommonResource* r = object;
     LPWSTR text = reinterpret_cast<LPWSTR>(0x1);
-    INT needed = 0;
-    EXPECT_EQ(noLibrary, resource->GetResourceString(188, &text));
-    EXPECT_EQ(nullptr, text);
-    EXPECT_EQ(noLibrary, resource->LoadResourceString(188, nullptr, 0, nullptr));
     // The library is tested before any argument.
-    EXPECT_EQ(noLibrary, resource->ShowNameDialog(nullptr, 1, 1, nullptr, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowEditTagDialog(nullptr, nullptr, nullptr, 0, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowAddToPlaylistDialog(nullptr, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowAddToSlideshowDialog(nullptr, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowMessageBox(nullptr, L"text", nullptr, 0));
-    EXPECT_EQ(noLibrary, resource->ShowImagePropertyDialog(nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowVideoPropertyDialog(nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(noLibrary, resource->ShowAddMusicsDialog(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr));
+    for (HRESULT hr : {r->GetResourceString(188, &text), r->LoadResourceString(188, nullptr, 0, nullptr),
+                       r->ShowNameDialog(nullptr, 1, 1, nullptr, nullptr),
+                       r->ShowEditTagDialog(nullptr, nullptr, nullptr, 0, nullptr),
+                       r->ShowAddToPlaylistDialog(nullptr, nullptr, nullptr, nullptr, nullptr),
+                       r->ShowAddToSlideshowDialog(nullptr, nullptr, nullptr, nullptr, nullptr),
+                       r->ShowMessageBox(nullptr, L"text", nullptr, 0),
+                       r->ShowImagePropertyDialog(nullptr, nullptr, nullptr, nullptr),
+                       r->ShowVideoPropertyDialog(nullptr, nullptr, nullptr, nullptr),
+                       r->ShowAddMusicsDialog(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)})
+        EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), hr);
+    EXPECT_EQ(nullptr, text);
     // The balloon tip tests its own preconditions.
-    EXPECT_EQ(S_OK, resource->CreateBalloonTip(IID_IKxBalloonTip, nullptr, nullptr, nullptr, 0, nullptr));
+    EXPECT_EQ(S_OK, r->CreateBalloonTip(IID_IKxBalloonTip, nullptr, nullptr, nullptr, 0, nullptr));
     EXPECT_EQ((std::vector<std::wstring>{L"balloon"}), runner.calls);
-    (void)needed;
-    resource->Release();
+    r->Release();
 }
 
 TEST_F(PluginFrame, DialogOperationsTestTheirArgumentsThenRunTheDialog) {
@@ -325,27 +299,30 @@ TEST_F(PluginFrame, DialogOperationsTestTheirArgumentsThenRunTheDialog) {
     KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
     KxPcPidl items[] = {item};
 
-    EXPECT_EQ(E_INVALIDARG, resource->ShowEditTagDialog(nullptr, nullptr, folder, 1, items));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowEditTagDialog(nullptr, site, nullptr, 1, items));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowEditTagDialog(nullptr, site, folder, 0, items));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowEditTagDialog(nullptr, site, folder, 1, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowAddToPlaylistDialog(nullptr, nullptr, L"x", nullptr, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowAddToSlideshowDialog(nullptr, nullptr, L"x", nullptr, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowImagePropertyDialog(nullptr, site, nullptr, item));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowImagePropertyDialog(nullptr, site, folder, nullptr));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowVideoPropertyDialog(nullptr, site, nullptr, item));
-    EXPECT_EQ(E_INVALIDARG, resource->ShowVideoPropertyDialog(nullptr, site, folder, nullptr));
+    IKxCommonResource* r = resource;
+    for (HRESULT hr : {r->ShowEditTagDialog(nullptr, nullptr, folder, 1, items),
+                       r->ShowEditTagDialog(nullptr, site, nullptr, 1, items),
+                       r->ShowEditTagDialog(nullptr, site, folder, 0, items),
+                       r->ShowEditTagDialog(nullptr, site, folder, 1, nullptr),
+                       r->ShowAddToPlaylistDialog(nullptr, nullptr, L"x", nullptr, nullptr),
+                       r->ShowAddToSlideshowDialog(nullptr, nullptr, L"x", nullptr, nullptr),
+                       r->ShowImagePropertyDialog(nullptr, site, nullptr, item),
+                       r->ShowImagePropertyDialog(nullptr, site, folder, nullptr),
+                       r->ShowVideoPropertyDialog(nullptr, site, nullptr, item),
+                       r->ShowVideoPropertyDialog(nullptr, site, folder, nullptr)})
+        EXPECT_EQ(E_INVALIDARG, hr);
     EXPECT_TRUE(runner.calls.empty());
 
     runner.result = HRESULT_FROM_WIN32(ERROR_CANCELLED);
-    EXPECT_EQ(runner.result, resource->ShowNameDialog(nullptr, 3, 2, nullptr, nullptr));
-    EXPECT_EQ(runner.result, resource->ShowEditTagDialog(nullptr, site, folder, 1, items));
-    EXPECT_EQ(runner.result, resource->ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr));
-    EXPECT_EQ(runner.result, resource->ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr));
-    EXPECT_EQ(runner.result, resource->ShowMessageBox(nullptr, L"Hello", nullptr, 4));
-    EXPECT_EQ(runner.result, resource->ShowImagePropertyDialog(nullptr, nullptr, folder, item));
-    EXPECT_EQ(runner.result, resource->ShowVideoPropertyDialog(nullptr, nullptr, folder, item));
-    EXPECT_EQ(runner.result, resource->ShowAddMusicsDialog(77, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr));
+    for (HRESULT hr : {r->ShowNameDialog(nullptr, 3, 2, nullptr, nullptr),
+                       r->ShowEditTagDialog(nullptr, site, folder, 1, items),
+                       r->ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr),
+                       r->ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr),
+                       r->ShowMessageBox(nullptr, L"Hello", nullptr, 4),
+                       r->ShowImagePropertyDialog(nullptr, nullptr, folder, item),
+                       r->ShowVideoPropertyDialog(nullptr, nullptr, folder, item),
+                       r->ShowAddMusicsDialog(77, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)})
+        EXPECT_EQ(runner.result, hr);
     EXPECT_EQ((std::vector<std::wstring>{L"name 3 2", L"tags 1", L"playlist", L"slideshow",
                                          L"message Hello 4 Media Library", L"image", L"video", L"musics 77"}),
               runner.calls);
@@ -366,19 +343,23 @@ struct RegistrationLog {
 };
 RegistrationLog g_registration;
 
+std::wstring Join(std::initializer_list<std::wstring> parts) {
+    std::wstring joined;
+    for (const std::wstring& part : parts) joined += (joined.empty() ? L"" : L"|") + part;
+    return joined;
+}
 std::wstring Text(LPCWSTR s) { return s ? s : L"(null)"; }
 
 tagVnINTRFCRESULT WINAPI FakeRegister(HINSTANCE instance, REFCLSID clsid, LPCWSTR description, LPCWSTR category,
                                       LPCWSTR sixth, LPCWSTR fifth, int flag) {
-    g_registration.calls.push_back(std::to_wstring(reinterpret_cast<uintptr_t>(instance)) + L"|" +
-                                   std::to_wstring(clsid.Data1) + L"|" + Text(description) + L"|" + Text(category) +
-                                   L"|" + Text(sixth) + L"|" + Text(fifth) + L"|" + std::to_wstring(flag));
+    g_registration.calls.push_back(Join({std::to_wstring(reinterpret_cast<uintptr_t>(instance)),
+                                         std::to_wstring(clsid.Data1), Text(description), Text(category), Text(sixth),
+                                         Text(fifth), std::to_wstring(flag)}));
     return static_cast<tagVnINTRFCRESULT>(g_registration.Answer());
 }
 
 tagVnINTRFCRESULT WINAPI FakeUnregister(REFCLSID clsid, LPCWSTR category, LPCWSTR sixth, LPCWSTR fifth) {
-    g_registration.calls.push_back(std::to_wstring(clsid.Data1) + L"|" + Text(category) + L"|" + Text(sixth) + L"|" +
-                                   Text(fifth));
+    g_registration.calls.push_back(Join({std::to_wstring(clsid.Data1), Text(category), Text(sixth), Text(fifth)}));
     return static_cast<tagVnINTRFCRESULT>(g_registration.Answer());
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -54,7 +55,7 @@ TEST_F(StringLookup, GrowsOnlyWhenTheStringMayHaveBeenCut) {
     }
 }
 
-TEST_F(StringLookup, GetResourceStringFailures) {
+TEST_F(StringLookup, FailuresInTheirOrder) {
     source.Add(kModule, 9, L"");
     for (UINT id : {8u, 9u}) {  // unknown, and empty, which counts as missing
         LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
@@ -64,8 +65,15 @@ TEST_F(StringLookup, GetResourceStringFailures) {
     LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), KxGetResourceString(source, nullptr, 8, &result));
     EXPECT_EQ(nullptr, result);
-    EXPECT_TRUE(source.capacities.size() == 2) << "no look-up without a module";
+    EXPECT_EQ(2u, source.capacities.size()) << "no look-up without a module";
     EXPECT_EQ(E_POINTER, KxGetResourceString(source, kModule, 8, nullptr));
+
+    WCHAR buffer[8];
+    INT needed = -5;
+    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), KxLoadResourceString(source, nullptr, 9, buffer, 8, nullptr));
+    EXPECT_EQ(E_INVALIDARG, KxLoadResourceString(source, kModule, 9, buffer, 8, nullptr));
+    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE), KxLoadResourceString(source, kModule, 8, buffer, 8, &needed));
+    EXPECT_EQ(-5, needed);
 }
 
 TEST_F(StringLookup, OutOfMemoryAtEveryStepLeavesNothing) {
@@ -87,50 +95,37 @@ TEST_F(StringLookup, OutOfMemoryAtEveryStepLeavesNothing) {
 }
 
 TEST_F(StringLookup, LoadResourceStringIntoTheCallersBuffer) {
-    const std::wstring text = L"Add to Playlist";  // n = 15
+    const std::wstring text = L"Add to Playlist";
     source.Add(kModule, 26, text);
     const INT n = static_cast<INT>(text.size());
-
     INT needed = 0;
     EXPECT_EQ(S_OK, KxLoadResourceString(source, kModule, 26, nullptr, 0, &needed));
     EXPECT_EQ(n + 1, needed);
 
-    WCHAR buffer[64];
-    std::fill(std::begin(buffer), std::end(buffer), L'#');
-    needed = 0;
-    EXPECT_EQ(S_OK, KxLoadResourceString(source, kModule, 26, buffer, n + 1, &needed));
-    EXPECT_EQ(text, std::wstring(buffer));
-    EXPECT_EQ(n + 1, needed);
-
-    // Exactly n places: n - 1 characters and the terminator, reported as cut, size still n + 1.
-    std::fill(std::begin(buffer), std::end(buffer), L'#');
-    needed = 0;
-    EXPECT_EQ(STRSAFE_E_INSUFFICIENT_BUFFER, KxLoadResourceString(source, kModule, 26, buffer, n, &needed));
-    EXPECT_EQ(text.substr(0, static_cast<size_t>(n - 1)), std::wstring(buffer));
-    EXPECT_EQ(L'#', buffer[n]);
-    EXPECT_EQ(n + 1, needed);
-
-    // One place: only the terminator.
-    buffer[0] = L'#';
-    EXPECT_EQ(STRSAFE_E_INSUFFICIENT_BUFFER, KxLoadResourceString(source, kModule, 26, buffer, 1, &needed));
-    EXPECT_EQ(L'\0', buffer[0]);
-
-    // No place at all: the buffer is not written, the size is reported.
-    buffer[0] = L'#';
-    needed = 0;
-    EXPECT_EQ(E_INVALIDARG, KxLoadResourceString(source, kModule, 26, buffer, 0, &needed));
-    EXPECT_EQ(L'#', buffer[0]);
-    EXPECT_EQ(n + 1, needed);
-}
-
-TEST_F(StringLookup, LoadResourceStringPreconditionsInOrder) {
-    source.Add(kModule, 26, L"text");
-    WCHAR buffer[8];
-    INT needed = -5;
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), KxLoadResourceString(source, nullptr, 26, buffer, 8, nullptr));
-    EXPECT_EQ(E_INVALIDARG, KxLoadResourceString(source, kModule, 26, buffer, 8, nullptr));
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE), KxLoadResourceString(source, kModule, 27, buffer, 8, &needed));
-    EXPECT_EQ(-5, needed);
+    // Places in the buffer, status, what it then holds ('#' = not written).
+    const struct {
+        INT places;
+        HRESULT status;
+        std::wstring held;
+    } cases[] = {
+        {n + 1, S_OK, text},
+        {n, STRSAFE_E_INSUFFICIENT_BUFFER, text.substr(0, static_cast<size_t>(n - 1))},
+        {1, STRSAFE_E_INSUFFICIENT_BUFFER, L""},
+        {0, E_INVALIDARG, L"#"},
+    };
+    for (const auto& c : cases) {
+        WCHAR buffer[64];
+        std::fill(std::begin(buffer), std::end(buffer), L'#');
+        buffer[63] = L'\0';
+        needed = 0;
+        EXPECT_EQ(c.status, KxLoadResourceString(source, kModule, 26, buffer, c.places, &needed)) << c.places;
+        EXPECT_EQ(c.held, std::wstring(buffer).substr(0, c.held.size())) << c.places;
+        if (c.places) {
+            EXPECT_EQ(L'\0', buffer[c.held.size()]) << c.places;
+        }
+        EXPECT_EQ(L'#', buffer[std::max(n, c.places)]) << c.places;
+        EXPECT_EQ(n + 1, needed) << c.places;
+    }
 }
 
 // A source that always claims to have filled the block must not make the loop grow for ever.

@@ -42,37 +42,23 @@ TEST_F(PluginMemory, ObjectsAndStringsLeaveNoBlockBehind) {
     EXPECT_EQ(S_OK, plugin_.CanUnloadNow());
 }
 
+// The factory, the object and the string block come from the host's task memory: when it fails,
+// so do they.
 TEST_F(PluginMemory, FailedAllocationsGiveOutOfMemory) {
-    // The class factory.
-    kxhost::FailTaskMemAllocations(1);
-    void* out = reinterpret_cast<void*>(0x1);
-    EXPECT_EQ(E_OUTOFMEMORY, plugin_.GetClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory, &out));
-    EXPECT_EQ(nullptr, out);
-    kxhost::ResetTaskMemFailures();
-
-    // The object itself.
-    IClassFactory* factory = nullptr;
-    ASSERT_EQ(S_OK, plugin_.GetClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory,
-                                           reinterpret_cast<void**>(&factory)));
-    kxhost::FailTaskMemAllocations(1);
     IKxCommonResource* resource = reinterpret_cast<IKxCommonResource*>(0x1);
-    EXPECT_EQ(E_OUTOFMEMORY,
-              factory->CreateInstance(nullptr, IID_IKxCommonResource, reinterpret_cast<void**>(&resource)));
-    EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource);
-    kxhost::ResetTaskMemFailures();
-    EXPECT_EQ(S_OK, plugin_.CanUnloadNow());
+    for (int nth : {1, 2}) {
+        kxhost::FailTaskMemAllocations(nth);
+        EXPECT_EQ(E_OUTOFMEMORY, plugin_.Create(&resource)) << nth;
+        EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource) << nth;
+        kxhost::ResetTaskMemFailures();
+        EXPECT_EQ(0, kxhost::LiveTaskMemBlocks()) << nth;
+    }
 
-    // The string block.
-    ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IKxCommonResource, reinterpret_cast<void**>(&resource)));
-    factory->Release();
+    ASSERT_EQ(S_OK, plugin_.Create(&resource));
     kxhost::FailTaskMemAllocations(1);
     LPWSTR text = reinterpret_cast<LPWSTR>(0x1);
     EXPECT_EQ(E_OUTOFMEMORY, resource->GetResourceString(188, &text));
     EXPECT_EQ(nullptr, text);
-    INT needed = -3;
-    kxhost::FailTaskMemAllocations(1);
-    EXPECT_EQ(E_OUTOFMEMORY, resource->LoadResourceString(188, nullptr, 0, &needed));
-    EXPECT_EQ(-3, needed);
     kxhost::ResetTaskMemFailures();
     resource->Release();
     EXPECT_EQ(0, kxhost::LiveTaskMemBlocks());

@@ -4,22 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
+#include <utility>
 
 #include "frame/trace_log.h"
 #include "frame/win32/skin_messages.h"
 
 namespace {
-
-struct TraceReset {
-    ~TraceReset() {
-        g_bTraceListBox = FALSE;
-        g_hTraceListBox = nullptr;
-        g_hTraceFile = nullptr;
-        g_bTraceThreadId = FALSE;
-        g_szTraceName = nullptr;
-    }
-};
 
 std::wstring TempPath(const wchar_t* name) {
     wchar_t dir[MAX_PATH];
@@ -28,7 +20,6 @@ std::wstring TempPath(const wchar_t* name) {
 }
 
 TEST(TraceSinks, ListBoxAndFileGetTheirLines) {
-    TraceReset reset;
     HWND listBox = CreateWindowExW(0, L"LISTBOX", L"", WS_POPUP, 0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(nullptr, listBox);
     std::wstring path = TempPath(L"kx_trace_sink.log");
@@ -42,6 +33,8 @@ TEST(TraceSinks, ListBoxAndFileGetTheirLines) {
     LONG first = g_nTraceLine;
     TraceLog(L"S:Probe::Run>> %s=%d", L"count", 3);
     TraceLog(L"E:Probe::Run>> %ws", L"done");
+    g_bTraceListBox = FALSE;
+    g_hTraceFile = nullptr;
     CloseHandle(file);
 
     ASSERT_EQ(2, SendMessageW(listBox, LB_GETCOUNT, 0, 0));
@@ -77,17 +70,21 @@ TEST(TraceSinks, PlatformFormatterCutsAt511) {
 
 TEST(SkinMessages, NineDistinctMessagesUnderTheirNames) {
     KxRegisterSkinMessages();
-    const UINT values[] = {WM_HKSTATIC_FUNCTION,   WM_HKBUTTON_FUNCTION,       WM_HKSLIDER_FUNCTION,
-                           WM_HKLISTCTRL_FUNCTION, WM_HKHEADERCTRL_FUNCTION,   WM_HKPROGRESSCTRL_FUNCTION,
-                           WM_HKCOMBOBOX_FUNCTION, WM_HKEXTRATOOLBAR_FUNCTION, WM_HKWND_FUNC};
-    const wchar_t* names[] = {L"WM_HKSTATIC_FUNCTION",   L"WM_HKBUTTON_FUNCTION",       L"WM_HKSLIDER_FUNCTION",
-                              L"WM_HKLISTCTRL_FUNCTION", L"WM_HKHEADERCTRL_FUNCTION",   L"WM_HKPROGRESSCTRL_FUNCTION",
-                              L"WM_HKCOMBOBOX_FUNCTION", L"WM_HKEXTRATOOLBAR_FUNCTION", L"WM_HKWND_FUNC"};
-    for (int i = 0; i < 9; ++i) {
-        EXPECT_GE(values[i], 0xC000u) << i;
-        EXPECT_EQ(RegisterWindowMessageW(names[i]), values[i]) << i;
-        for (int j = 0; j < i; ++j) EXPECT_NE(values[j], values[i]);
+#define KX_MESSAGE(name) {name, L"" #name}
+    const std::pair<UINT, const wchar_t*> messages[] = {
+        KX_MESSAGE(WM_HKSTATIC_FUNCTION),     KX_MESSAGE(WM_HKBUTTON_FUNCTION),
+        KX_MESSAGE(WM_HKSLIDER_FUNCTION),     KX_MESSAGE(WM_HKLISTCTRL_FUNCTION),
+        KX_MESSAGE(WM_HKHEADERCTRL_FUNCTION), KX_MESSAGE(WM_HKPROGRESSCTRL_FUNCTION),
+        KX_MESSAGE(WM_HKCOMBOBOX_FUNCTION),   KX_MESSAGE(WM_HKEXTRATOOLBAR_FUNCTION),
+        KX_MESSAGE(WM_HKWND_FUNC)};
+#undef KX_MESSAGE
+    std::set<UINT> seen;
+    for (const auto& m : messages) {
+        EXPECT_GE(m.first, 0xC000u) << m.second;
+        EXPECT_EQ(RegisterWindowMessageW(m.second), m.first) << m.second;
+        seen.insert(m.first);
     }
+    EXPECT_EQ(9u, seen.size());
 }
 
 }  // namespace
