@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <cwchar>
-#include <ostream>
 
 namespace tagtest {
 
@@ -20,34 +19,30 @@ BYTE* DupBytes(const std::vector<BYTE>& bytes) {
     return copy;
 }
 
-void CopyRecord(const _tagTrackTagValues& from, _tagTrackTagValues* to) {
-    *to = from;
-    for (int tag = 0; tag < KxTagCount; ++tag) {
-        const KxTagField& field = KxTagFieldOf(tag);
-        if (field.text) to->*field.text = Dup(from.*field.text);
-    }
-    to->art = from.art ? DupBytes(std::vector<BYTE>(from.art, from.art + from.artSize)) : nullptr;
+void SetText(LPWSTR& slot, LPCWSTR text) {
+    CoTaskMemFree(slot);
+    slot = Dup(text);
 }
 
-ScriptedEditor::~ScriptedEditor() { FreeTrackTagValues(&controls); }
+void ScriptedEditor::GetTagsFromControls(_tagTrackTagValues* record) {
+    *record = controls;
+    for (int tag = 0; tag < KxTagCount; ++tag)
+        if (KxTagFieldOf(tag).text) record->*KxTagFieldOf(tag).text = Dup(controls.*KxTagFieldOf(tag).text);
+    record->art = controls.art ? DupBytes({controls.art, controls.art + controls.artSize}) : nullptr;
+}
 
 void ScriptedEditor::ControlsShowReadValues() {
     FreeTrackTagValues(&controls);
-    CopyRecord(m_tags, &controls);
-    for (int tag = 0; tag < KxTagCount; ++tag) controls.*KxTagFieldOf(tag).flags = KX_TAGFLAGS_WRITABLE;
+    controls = m_tags;
+    for (int tag = 0; tag < KxTagCount; ++tag) {
+        const KxTagField& field = KxTagFieldOf(tag);
+        if (field.text) controls.*field.text = Dup(m_tags.*field.text);
+        controls.*field.flags = KX_TAGFLAGS_WRITABLE;
+    }
     // the single-item dialog hands art only when it changed
-    CoTaskMemFree(controls.art);
     controls.art = nullptr;
     controls.artSize = 0;
     controls.artFlags = 0;
-}
-
-void ScriptedEditor::GetTagsFromControls(_tagTrackTagValues* record) { CopyRecord(controls, record); }
-void ScriptedEditor::GetChangedTags(_tagTrackTagValues* record) { CopyRecord(controls, record); }
-
-void ScriptedEditor::SetTagsToControls(const _tagTrackTagValues* record) {
-    ++shown;
-    shownTitle = record && record->title ? record->title : L"";
 }
 
 void TagModelTest::SetUp() {
@@ -59,37 +54,27 @@ void TagModelTest::SetUp() {
     for (LPCWSTR genre : {L"Rock", L"jazz"}) lib->AddContainer(ItemKind::Genre, genre);
     ItemId album = lib->AddContainer(ItemKind::Album, L"Abbey");
     lib->AddContainer(ItemKind::Album, L"Zoo");
-
     for (int i = 0; i < 4; ++i) {
-        ItemId t = lib->AddItem(ItemKind::Track, L"track " + std::to_wstring(i));
-        lib->AddMember(album, t);
-        tracks.push_back(t);
-        pidls.push_back(lib->NewPidl(t));
+        tracks.push_back(lib->AddItem(ItemKind::Track, L"track " + std::to_wstring(i)));
+        lib->AddMember(album, tracks.back());
+        pidls.push_back(lib->NewPidl(tracks.back()));
     }
     // Track 0: all ten tags; title, rating and number can only be read.
     ItemId t0 = tracks[0];
     lib->SetString(t0, KxPropTitle, L"One", kxhost::kReadable);
-    lib->SetString(t0, KxPropArtist, L"Zed");
-    lib->SetString(t0, KxPropArtist2, L"Beta");
-    lib->SetString(t0, KxPropAlbum, L"Abbey");
-    lib->SetString(t0, KxPropGenre, L"Rock");
-    lib->SetString(t0, KxPropYear, L"1999");
     lib->SetInt(t0, KxPropTrackNumber, 3);
     lib->SetInt(t0, KxPropRating, 4, kxhost::kReadable);
     lib->SetInt(t0, KxPropTagInt12, 1234567, kxhost::kReadable);
-    lib->SetValue(t0, KxPropAlbumArt, PropertyValue::Blob({0xFF, 0xD8, 0x01}));
-    lib->SetString(t0, KxPropLocation, L"Music");
-    lib->SetString(t0, KxPropFilePath, L"C:\\Music\\one.mp3");
-    // Track 1: title, artist, rating 0, no art, no track number.
-    lib->SetString(tracks[1], KxPropTitle, L"Two");
-    lib->SetString(tracks[1], KxPropArtist, L"alpha");
+    lib->SetValue(t0, KxPropAlbumArt, kxhost::PropertyValue::Blob({0xFF, 0xD8, 0x01}));
+    // Track 1: title, artist, rating 0, no art, no track number. Tracks 2 and 3: a title each.
     lib->SetInt(tracks[1], KxPropRating, 0);
-    lib->SetString(tracks[1], KxPropLocation, L"Music");
-    lib->SetString(tracks[1], KxPropFilePath, L"C:\\Music\\two.mp3");
-    // Tracks 2 and 3: a title each.
-    lib->SetString(tracks[2], KxPropTitle, L"Three");
-    lib->SetString(tracks[3], KxPropTitle, L"Four");
-
+    struct Text { int track; const KxPropertyKey* key; LPCWSTR text; };
+    for (Text t : {Text{0, &KxPropArtist, L"Zed"}, {0, &KxPropArtist2, L"Beta"}, {0, &KxPropAlbum, L"Abbey"},
+                   {0, &KxPropGenre, L"Rock"}, {0, &KxPropYear, L"1999"}, {0, &KxPropLocation, L"Music"},
+                   {0, &KxPropFilePath, L"C:\\Music\\one.mp3"}, {1, &KxPropTitle, L"Two"}, {1, &KxPropArtist, L"alpha"},
+                   {1, &KxPropLocation, L"Music"}, {1, &KxPropFilePath, L"C:\\Music\\two.mp3"},
+                   {2, &KxPropTitle, L"Three"}, {3, &KxPropTitle, L"Four"}})
+        lib->SetString(tracks[static_cast<size_t>(t.track)], *t.key, t.text);
     lib->SetView(tracks, 0);
     ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
     ASSERT_EQ(S_OK, lib->CreateSite(&site));
@@ -121,24 +106,21 @@ ScriptedEditor& TagModelTest::StartedEditor(std::vector<int> which, BOOL* isLast
     return e;
 }
 
-int TagModelTest::TrackIndex(ItemId id) const {
-    for (size_t i = 0; i < tracks.size(); ++i)
-        if (tracks[i] == id) return static_cast<int>(i);
-    return -1;
+ScriptedEditor& TagModelTest::Untouched(int track) {
+    ScriptedEditor& e = StartedEditor({track});
+    e.ControlsShowReadValues();
+    return e;
 }
 
-std::vector<Written> TagModelTest::Writes() const {
-    std::vector<Written> out;
+Log TagModelTest::Writes() const {
+    Log out;
     for (const WriteRecord& w : lib->Writes()) {
-        DWORD pid = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid) ? 100 : w.key.pid;
-        out.push_back({TrackIndex(w.item), pid, w.via});
+        int track = -1;
+        for (size_t i = 0; i < tracks.size(); ++i)
+            if (tracks[i] == w.item) track = static_cast<int>(i);
+        out.push_back({track, IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid) ? 100 : w.key.pid, w.via});
     }
     return out;
-}
-
-void PrintTo(const Written& w, std::ostream* os) {
-    static const char* const kVia[] = {"String", "Int", "Blob", "Properties", "Remove"};
-    *os << "{track " << w.track << ", key " << w.pid << ", " << kVia[w.via] << "}";
 }
 
 }  // namespace tagtest

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,36 +19,46 @@ using kxhost::InMemoryLibrary;
 using kxhost::ItemId;
 using kxhost::ItemKind;
 using kxhost::Op;
-using kxhost::PropertyValue;
 using kxhost::WriteRecord;
 
 LPWSTR Dup(LPCWSTR text);
 BYTE* DupBytes(const std::vector<BYTE>& bytes);
-
-// A deep copy of a record (strings and art from CoTaskMemAlloc).
-void CopyRecord(const _tagTrackTagValues& from, _tagTrackTagValues* to);
-
-struct Written;
+void SetText(LPWSTR& slot, LPCWSTR text);  // frees the old text
 
 class ScriptedEditor : public CEditTagModel {
 public:
     using CEditTagModel::CEditTagModel;
-    ~ScriptedEditor() override;
+    ~ScriptedEditor() override { FreeTrackTagValues(&controls); }
 
     // What GetTagsFromControls and GetChangedTags hand out (a deep copy each time).
     _tagTrackTagValues controls = {};
-    // Sets `controls` to the values as read, every control enabled: a dialog the user didn't touch.
+    // The values as read, every control enabled, no art: a dialog the user didn't touch.
     void ControlsShowReadValues();
 
     void GetTagsFromControls(_tagTrackTagValues* record) override;
-    void GetChangedTags(_tagTrackTagValues* record) override;
-    void SetTagsToControls(const _tagTrackTagValues* record) override;
+    void GetChangedTags(_tagTrackTagValues* record) override { GetTagsFromControls(record); }
+    void SetTagsToControls(const _tagTrackTagValues* record) override {
+        ++shown;
+        shownTitle = record && record->title ? record->title : L"";
+    }
     void ClearShownArt() override { ++artCleared; }
 
     int shown = 0;  // SetTagsToControls calls
-    std::wstring shownTitle;  // the title of the last record shown
+    std::wstring shownTitle;
     int artCleared = 0;
 };
+
+// One write of the log: (index in tracks, key number, operation); art is key number 100.
+struct Written {
+    int track;
+    DWORD pid;
+    WriteRecord::Kind via;
+    bool operator==(const Written& o) const { return track == o.track && pid == o.pid && via == o.via; }
+};
+inline void PrintTo(const Written& w, std::ostream* os) {
+    *os << "{track " << w.track << ", key " << w.pid << ", via " << w.via << "}";
+}
+typedef std::vector<Written> Log;
 
 // The sample: an album of four tracks in the host's view, known artists (one name twice), albums
 // and genres. Track 0 carries all ten tags; the others fewer.
@@ -56,14 +67,13 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // An editor for the given tracks (indices into tracks), over the root folder.
+    // An editor for the given tracks (indices into tracks, -1 for a null item), over the root.
     ScriptedEditor& Editor(std::vector<int> which);
     // An editor that has run the reading start of a dialog.
     ScriptedEditor& StartedEditor(std::vector<int> which, BOOL* isLast = nullptr, BOOL* isFirst = nullptr);
-
-    // The write log, as (index in tracks, key number, operation); art is key number 100.
-    std::vector<struct Written> Writes() const;
-    int TrackIndex(ItemId id) const;
+    // A started editor for one track whose controls show the values as read.
+    ScriptedEditor& Untouched(int track);
+    Log Writes() const;
 
     std::shared_ptr<InMemoryLibrary> lib;
     std::vector<ItemId> tracks;
@@ -75,16 +85,5 @@ protected:
     long blocksBefore = 0;
     long ownReferences = 0;  // the test's own references to the root and the site
 };
-
-}  // namespace tagtest
-namespace tagtest {
-// One write of the log in a form that reads well in a failed expectation.
-struct Written {
-    int track;
-    DWORD pid;  // key number; art is 100
-    WriteRecord::Kind via;
-    bool operator==(const Written& o) const { return track == o.track && pid == o.pid && via == o.via; }
-};
-void PrintTo(const Written& w, std::ostream* os);
 
 }  // namespace tagtest
