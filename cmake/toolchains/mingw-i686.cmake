@@ -1,15 +1,5 @@
 # 32-bit Windows with mingw-w64: the shipped build. No 32-bit Wine exists here, so its tests are
 # built and linked but not run.
-set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(_kx_triple i686-w64-mingw32)
-set(CMAKE_C_COMPILER /usr/bin/${_kx_triple}-gcc-posix)
-set(CMAKE_CXX_COMPILER /usr/bin/${_kx_triple}-g++-posix)
-set(CMAKE_RC_COMPILER /usr/bin/${_kx_triple}-windres)
-set(CMAKE_OBJDUMP /usr/bin/${_kx_triple}-objdump)
-set(CMAKE_FIND_ROOT_PATH /usr/${_kx_triple})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-common.cmake)

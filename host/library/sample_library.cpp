@@ -96,37 +96,26 @@ private:
         lib_.strings_.push_back(s);
         return static_cast<uint32_t>(lib_.strings_.size() - 1);
     }
-    void PutString(ItemId id, const KxPropertyKey& key, uint32_t pool, DWORD caps) {
-        InMemoryLibrary::Prop p{};
-        p.key = lib_.KeyIndex(key);
-        p.kind = ValueKind::String;
-        p.caps = static_cast<uint8_t>(caps);
-        p.pool = pool;
-        lib_.nodes_[id].props.push_back(p);
-    }
-    void PutNumber(ItemId id, const KxPropertyKey& key, ValueKind kind, LONGLONG v, DWORD caps) {
+    // Every Put* appends one property of its kind; the value field used depends on the kind.
+    InMemoryLibrary::Prop& Put(ItemId id, const KxPropertyKey& key, ValueKind kind, DWORD caps) {
         InMemoryLibrary::Prop p{};
         p.key = lib_.KeyIndex(key);
         p.kind = kind;
         p.caps = static_cast<uint8_t>(caps);
-        p.number = v;
         lib_.nodes_[id].props.push_back(p);
+        return lib_.nodes_[id].props.back();
+    }
+    void PutString(ItemId id, const KxPropertyKey& key, uint32_t pool, DWORD caps) {
+        Put(id, key, ValueKind::String, caps).pool = pool;
+    }
+    void PutNumber(ItemId id, const KxPropertyKey& key, ValueKind kind, LONGLONG v, DWORD caps) {
+        Put(id, key, kind, caps).number = v;
     }
     void PutFloat(ItemId id, const KxPropertyKey& key, float v, DWORD caps) {
-        InMemoryLibrary::Prop p{};
-        p.key = lib_.KeyIndex(key);
-        p.kind = ValueKind::Float;
-        p.caps = static_cast<uint8_t>(caps);
-        p.real = v;
-        lib_.nodes_[id].props.push_back(p);
+        Put(id, key, ValueKind::Float, caps).real = v;
     }
     void PutBlob(ItemId id, const KxPropertyKey& key, uint32_t pool, DWORD caps) {
-        InMemoryLibrary::Prop p{};
-        p.key = lib_.KeyIndex(key);
-        p.kind = ValueKind::Blob;
-        p.caps = static_cast<uint8_t>(caps);
-        p.pool = pool;
-        lib_.nodes_[id].props.push_back(p);
+        Put(id, key, ValueKind::Blob, caps).pool = pool;
     }
 
     void MakeContainers() {

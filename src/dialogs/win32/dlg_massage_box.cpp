@@ -109,16 +109,26 @@ BOOL CDlgMassageBox::OnInitDialog() {
     return FALSE;  // the focus has been set
 }
 
-void CDlgMassageBox::MeasureText(RECT* rc, const std::wstring& text, bool bold) const {
-    if (text.empty()) return;
+LONG CDlgMassageBox::NeededHeight(const RECT& rc, const std::wstring& text, bool bold) const {
+    RECT measured = rc;
+    // a control without width, an empty text or no measuring context: the text counts as fitting
+    if (rc.right - rc.left <= 0 || text.empty()) return rc.bottom - rc.top;
     CKxMemoryDC dc;
-    if (!dc) return;  // the text counts as fitting
+    if (!dc) return rc.bottom - rc.top;
     HFONT dialogFont = GetFont();
     CKxFont boldFont(bold ? CreateBoldFont(dialogFont) : nullptr);
     // without the bold font the caption is measured in the dialog's font
     CKxSelectObject select(dc.Get(), boldFont ? static_cast<HGDIOBJ>(boldFont.Get()) : dialogFont);
-    DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), rc,
+    DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), &measured,
               DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
+    return measured.bottom - measured.top;
+}
+
+void CDlgMassageBox::PlaceControl(HWND control, RECT* working, const RECT& screen) {
+    *working = screen;
+    ScreenToClient(working);
+    ::MoveWindow(control, working->left, working->top, working->right - working->left,
+                 working->bottom - working->top, TRUE);
 }
 
 void CDlgMassageBox::GrowToFitTexts() {
@@ -130,35 +140,15 @@ void CDlgMassageBox::GrowToFitTexts() {
     GetWindowRect(&m.dialog);
     ::GetWindowRect(caption, &m_rcCaption);
     m.caption = m_rcCaption;
-    m.captionNeeded = m.caption.bottom - m.caption.top;
-    if (m.caption.right - m.caption.left > 0) {
-        RECT measured = m.caption;
-        MeasureText(&measured, m_strCaption, true);
-        m.captionNeeded = measured.bottom - measured.top;
-    }
+    m.captionNeeded = NeededHeight(m.caption, m_strCaption, true);
     ::GetWindowRect(text, &m_rcText);
     m.text = m_rcText;
-    m.textNeeded = m.text.bottom - m.text.top;
-    if (m.text.right - m.text.left > 0) {
-        RECT measured = m.text;
-        MeasureText(&measured, m_strText, false);
-        m.textNeeded = measured.bottom - measured.top;
-    }
+    m.textNeeded = NeededHeight(m.text, m_strText, false);
 
     const MessageBoxGrowth g = MessageBoxGrow(m);
     if (g.moveDialog) MoveWindow(&g.dialog, TRUE);
-    if (g.moveCaption) {
-        m_rcCaption = g.caption;
-        ScreenToClient(&m_rcCaption);
-        ::MoveWindow(caption, m_rcCaption.left, m_rcCaption.top, m_rcCaption.right - m_rcCaption.left,
-                     m_rcCaption.bottom - m_rcCaption.top, TRUE);
-    }
-    if (g.moveText) {
-        m_rcText = g.text;
-        ScreenToClient(&m_rcText);
-        ::MoveWindow(text, m_rcText.left, m_rcText.top, m_rcText.right - m_rcText.left,
-                     m_rcText.bottom - m_rcText.top, TRUE);
-    }
+    if (g.moveCaption) PlaceControl(caption, &m_rcCaption, g.caption);
+    if (g.moveText) PlaceControl(text, &m_rcText, g.text);
 }
 
 void CDlgMassageBox::OnShowWindow(BOOL bShow, UINT nStatus) {

@@ -46,8 +46,10 @@ private:
     MessageBoxFocus FocusNow() const;
     std::wstring ResourceString(UINT id) const;
     // DrawTextW's wrapped height of `text` in the dialog's font (bold on request) in the width of
-    // `rc`; an empty text or no device context leaves `rc` as it is.
-    void MeasureText(RECT* rc, const std::wstring& text, bool bold) const;
+    // `rc`; a control without width, an empty text or no device context needs rc's own height.
+    LONG NeededHeight(const RECT& rc, const std::wstring& text, bool bold) const;
+    // moves a control to a rectangle given in screen coordinates, keeping it as the working rectangle
+    void PlaceControl(HWND control, RECT* working, const RECT& screen);
     void GrowToFitTexts();
 
     CKxFont m_fontCaption;  // the bold font of the caption line, owned for the dialog's life
