@@ -1,6 +1,6 @@
-// The plug-in through its exports, as a host uses it: the unload decision, the resource library
-// beside the plug-in, registration without its library, the strings of ComRcRes.dll and the task
-// memory a host gets back, and the string look-ups against strings of the growth's edge lengths.
+// The plug-in through its exports, as a host uses it: the unload decision, registration without
+// its library, the strings of ComRcRes.dll and the task memory a host gets back, and the string
+// look-ups against a resource library beside the plug-in with strings of the growth's edge lengths.
 #include <windows.h>
 #include <objbase.h>
 
@@ -17,17 +17,6 @@ namespace {
 
 using kxtest::ExeDir;
 using kxtest::PluginLibrary;
-
-// A folder of its own beside the test with a copy of the plug-in and, optionally, a resource
-// library under the name ComRcRes.dll.
-std::wstring PrepareFolder(const wchar_t* name, const wchar_t* resourceLibrary) {
-    std::wstring dir = ExeDir() + name + L"\\";
-    CreateDirectoryW(dir.c_str(), nullptr);
-    CopyFileW((ExeDir() + L"KxComResPlgin.dll").c_str(), (dir + L"KxComResPlgin.dll").c_str(), FALSE);
-    DeleteFileW((dir + L"ComRcRes.dll").c_str());
-    if (resourceLibrary) CopyFileW((ExeDir() + resourceLibrary).c_str(), (dir + L"ComRcRes.dll").c_str(), FALSE);
-    return dir;
-}
 
 TEST(PluginHost, TheObjectAndALockHoldTheLibraryButTheFactoryDoesNot) {
     PluginLibrary plugin;
@@ -47,17 +36,6 @@ TEST(PluginHost, TheObjectAndALockHoldTheLibraryButTheFactoryDoesNot) {
     factory->LockServer(TRUE);
     EXPECT_EQ(S_OK, plugin.CanUnloadNow());
     factory->Release();
-}
-
-// The resource library is the one beside the plug-in (the edge-length strings below come from a
-// stand-in there); without it no object comes up.
-TEST(PluginHost, WithoutComRcResBesideItNoObjectComesUp) {
-    PluginLibrary plugin(PrepareFolder(L"plugin_no_resources", nullptr) + L"KxComResPlgin.dll");
-    ASSERT_NE(nullptr, plugin.module());
-    IKxCommonResource* resource = reinterpret_cast<IKxCommonResource*>(0x1);
-    EXPECT_EQ(static_cast<HRESULT>(0x80004005u), plugin.Create(&resource));
-    EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource);
-    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
 }
 
 TEST(PluginHost, RegistrationWithoutTheRegistrationLibraryFails) {
@@ -104,10 +82,15 @@ TEST(PluginHost, ResourceLibraryHoldsEveryStringTheComponentLoadsAndNoBlockStays
     EXPECT_EQ(strings[106].size() - 2, strings[106].rfind(L"||"));
 }
 
-// GetResourceString hands over whole blocks of 512 characters, LoadResourceString sizes and cuts,
-// as the platform's LoadStringW answers.
+// The resource library is the one beside the plug-in: a stand-in there gives strings at the edges
+// of the growth. GetResourceString hands over whole blocks of 512 characters, LoadResourceString
+// sizes and cuts, as the platform's LoadStringW answers.
 TEST(PluginHost, EdgeLengthStrings) {
-    PluginLibrary plugin(PrepareFolder(L"plugin_edge_strings", L"kx_test_strings.dll") + L"KxComResPlgin.dll");
+    const std::wstring dir = ExeDir() + L"plugin_edge_strings\\";
+    CreateDirectoryW(dir.c_str(), nullptr);
+    CopyFileW((ExeDir() + L"KxComResPlgin.dll").c_str(), (dir + L"KxComResPlgin.dll").c_str(), FALSE);
+    CopyFileW((ExeDir() + L"kx_test_strings.dll").c_str(), (dir + L"ComRcRes.dll").c_str(), FALSE);
+    PluginLibrary plugin(dir + L"KxComResPlgin.dll");
     IKxCommonResource* resource = nullptr;
     ASSERT_EQ(S_OK, plugin.Create(&resource));
     IMalloc* malloc = nullptr;
