@@ -70,7 +70,7 @@ protected:
     ResourceCounts before{};
 };
 
-TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWhileTheOwnerIsDisabled) {
+TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWithTheTextsAndButtonsOfTheFlags) {
     enum Action { Click, Return, Escape, Close };
     struct Case {
         UINT flags;
@@ -85,55 +85,34 @@ TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWhileTheOwne
         {kYn, Return, kClose, kCancelled}, {kYn2, Return, 0, IDNO},        {kYn2, Return, kFirst, IDYES},
         {kYn2, Return, kText, kCancelled}, {kYn, Escape, 0, kCancelled},   {kYn, Close, 0, kCancelled},
     };
+    const std::wstring defaultCaption = String(188), ok = String(134), yes = String(180), no = String(181);
+    ASSERT_FALSE(defaultCaption.empty() || ok.empty() || yes.empty() || no.empty());
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "flags " << c.flags << " action " << c.action << " control " << c.control);
         DialogDriver driver;
-        const bool focusFirst = c.action == Return && c.control;
+        const bool yesNo = (c.flags & MB_YESNO) != 0, focusFirst = c.action == Return && c.control;
         int focused = focusFirst ? -1 : c.control;  // what the Focus step found, when the case has one
         bool ownerEnabled = true;
         driver.Inspect([&](HWND dlg) {
             ownerEnabled = IsWindowEnabled(owner) != FALSE;
             EXPECT_EQ(owner, GetWindow(dlg, GW_OWNER));
+            EXPECT_EQ(defaultCaption, ItemText(dlg, kCaption)) << "a null caption shows string 188";
+            EXPECT_EQ(kShort, ItemText(dlg, kText));
+            EXPECT_EQ(yesNo ? yes : ok, ItemText(dlg, kFirst));
+            const bool secondOn = ItemVisible(dlg, kSecond) && ItemEnabled(dlg, kSecond);
+            EXPECT_EQ(yesNo ? no : L"", secondOn ? ItemText(dlg, kSecond) : L"") << "one button hides the second";
+            RECT first = ItemRect(dlg, kFirst), second = ItemRect(dlg, kSecond);
+            EXPECT_EQ(!yesNo, EqualRect(&first, &second) != FALSE) << "one button takes the second's place";
         });
         if (c.action == Click) driver.Click(c.control);
         if (focusFirst) driver.Focus(c.control).Inspect([&](HWND dlg) { focused = FocusedId(dlg); });
         if (c.action == Return || c.action == Escape) driver.Press(c.action == Return ? VK_RETURN : VK_ESCAPE);
         if (c.action == Close) driver.Close();
-        EXPECT_EQ(c.result, Show(kShort, L"Question", c.flags))
-            << "flags " << c.flags << " action " << c.action << " control " << c.control;
+        EXPECT_EQ(c.result, Show(kShort, nullptr, c.flags));
         EXPECT_EQ(c.control, focused);
         EXPECT_FALSE(ownerEnabled) << "the owner is disabled while the box runs";
         EXPECT_TRUE(IsWindowEnabled(owner));
         EXPECT_FALSE(driver.timedOut());
-    }
-}
-
-TEST_F(MessageBoxThroughPlugin, TheTextsAndTheButtonsOfTheFlagsAreShownAndANullCaptionShowsString188) {
-    struct Case {
-        LPCWSTR text, caption;
-        UINT flags;
-        std::wstring wantText, wantCaption, wantFirst, wantSecond;  // no second: hidden and disabled
-    } cases[] = {{kShort, nullptr, 0, kShort, String(188), String(134), L""},
-                 {nullptr, L"Saved", kYn, L"", L"Saved", String(180), String(181)}};
-    ASSERT_FALSE(cases[0].wantCaption.empty() || cases[0].wantFirst.empty() || cases[1].wantSecond.empty());
-    for (const Case& c : cases) {
-        DialogDriver driver;
-        std::wstring caption, text, first, second;
-        RECT firstRect{}, secondRect{};
-        driver.Inspect([&](HWND dlg) {
-                  caption = ItemText(dlg, kCaption);
-                  text = ItemText(dlg, kText);
-                  first = ItemText(dlg, kFirst);
-                  if (ItemVisible(dlg, kSecond) && ItemEnabled(dlg, kSecond)) second = ItemText(dlg, kSecond);
-                  firstRect = ItemRect(dlg, kFirst);
-                  secondRect = ItemRect(dlg, kSecond);
-              })
-            .Close();
-        Show(c.text, c.caption, c.flags);
-        EXPECT_EQ(c.wantCaption, caption);
-        EXPECT_EQ(c.wantText, text);
-        EXPECT_EQ(c.wantFirst, first);
-        EXPECT_EQ(c.wantSecond, second);
-        EXPECT_EQ(c.wantSecond.empty(), EqualRect(&firstRect, &secondRect) != FALSE) << "one button takes the second's place";
     }
 }
 

@@ -27,7 +27,8 @@ TEST(SkinStatics, TextAndPictureRequestsReachTheStaticInTheirTwoForms) {
     EXPECT_EQ(RegisterWindowMessageW(L"WM_HKSTATIC_FUNCTION"), WM_HKSTATIC_FUNCTION);
     HWND s = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(nullptr, s);
-    g_previous = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(s, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&RecordingProc)));
+    g_previous = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(s, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&RecordingProc)));
     g_received.clear();
     NotifyStaticText(s);
     SetStaticPicture(s, "albumT.png");
