@@ -157,15 +157,9 @@ RECT ItemRect(HWND dialog, int id) {
     return rc;
 }
 
-bool ItemVisible(HWND dialog, int id) {
-    HWND item = GetDlgItem(dialog, id);
-    return item && (GetWindowLongW(item, GWL_STYLE) & WS_VISIBLE);
-}
-
-bool ItemEnabled(HWND dialog, int id) {
-    HWND item = GetDlgItem(dialog, id);
-    return item && IsWindowEnabled(item);
-}
+// A missing control answers 0 to both.
+bool ItemVisible(HWND dialog, int id) { return GetWindowLongW(GetDlgItem(dialog, id), GWL_STYLE) & WS_VISIBLE; }
+bool ItemEnabled(HWND dialog, int id) { return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE; }
 
 int FocusedId(HWND dialog) {
     HWND focus = GetFocus();
