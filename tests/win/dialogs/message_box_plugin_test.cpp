@@ -70,7 +70,7 @@ protected:
     ResourceCounts before{};
 };
 
-TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWithTheTextsAndButtonsOfTheFlags) {
+TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWithTheTextsButtonsAndUnskinnedIconOfTheFlags) {
     enum Action { Click, Return, Escape, Close };
     struct Case {
         UINT flags;
@@ -79,14 +79,16 @@ TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWithTheTexts
                       // text stands for any window that is not a button
         HRESULT result;
     } cases[] = {
-        {0, Click, kFirst, 0},          {kYn, Click, kFirst, IDYES},       {kYn2, Click, kSecond, IDNO},
-        {0, Click, kClose, kCancelled}, {0, Return, 0, 0},                 {0, Return, kText, kCancelled},
-        {kYn, Return, 0, IDYES},        {kYn, Return, kText, IDYES},       {kYn, Return, kSecond, IDNO},
-        {kYn, Return, kClose, kCancelled}, {kYn2, Return, 0, IDNO},        {kYn2, Return, kFirst, IDYES},
-        {kYn2, Return, kText, kCancelled}, {kYn, Escape, 0, kCancelled},   {kYn, Close, 0, kCancelled},
+        {MB_ICONEXCLAMATION, Click, kFirst, 0}, {kYn | MB_ICONQUESTION, Click, kFirst, IDYES},
+        {kYn2 | MB_ICONHAND, Click, kSecond, IDNO}, {0, Click, kClose, kCancelled},
+        {0, Return, 0, 0},          {0, Return, kText, kCancelled},    {kYn, Return, 0, IDYES},
+        {kYn, Return, kText, IDYES}, {kYn, Return, kSecond, IDNO},     {kYn, Return, kClose, kCancelled},
+        {kYn2, Return, 0, IDNO},    {kYn2, Return, kFirst, IDYES},     {kYn2, Return, kText, kCancelled},
+        {kYn, Escape, 0, kCancelled}, {kYn, Close, 0, kCancelled},
     };
     const std::wstring defaultCaption = String(188), ok = String(134), yes = String(180), no = String(181);
     ASSERT_FALSE(defaultCaption.empty() || ok.empty() || yes.empty() || no.empty());
+    ASSERT_EQ(nullptr, LoadLibraryW(L"HookWndU.DLL")) << "the skinning library must not be found here";
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << "flags " << c.flags << " action " << c.action << " control " << c.control);
         DialogDriver driver;
@@ -103,6 +105,7 @@ TEST_F(MessageBoxThroughPlugin, ClicksKeysAndClosingGiveTheirResultsWithTheTexts
             EXPECT_EQ(yesNo ? no : L"", secondOn ? ItemText(dlg, kSecond) : L"") << "one button hides the second";
             RECT first = ItemRect(dlg, kFirst), second = ItemRect(dlg, kSecond);
             EXPECT_EQ(!yesNo, EqualRect(&first, &second) != FALSE) << "one button takes the second's place";
+            EXPECT_EQ((c.flags & 0x70) != 0, IconOf(dlg) != nullptr) << "unskinned, the platform's icon stands in";
         });
         if (c.action == Click) driver.Click(c.control);
         if (focusFirst) driver.Focus(c.control).Inspect([&](HWND dlg) { focused = FocusedId(dlg); });
@@ -173,17 +176,6 @@ TEST_F(MessageBoxThroughPlugin, EachBoxLoadsAttachesReleasesAndFreesTheSkinCallB
     std::vector<std::string> twice = box;
     twice.insert(twice.end(), box.begin(), box.end());
     EXPECT_EQ(twice, skin.Lines());
-}
-
-TEST_F(MessageBoxThroughPlugin, WithoutTheSkinningLibraryThePlatformsIconStandsForThePicture) {
-    ASSERT_EQ(nullptr, LoadLibraryW(L"HookWndU.DLL")) << "the skinning library must not be found here";
-    for (UINT flags : {static_cast<UINT>(MB_ICONEXCLAMATION), 0u}) {
-        DialogDriver driver;
-        HICON icon = reinterpret_cast<HICON>(1);
-        driver.Inspect([&](HWND dlg) { icon = IconOf(dlg); }).Click(kFirst);
-        EXPECT_EQ(0, Show(kShort, L"Saved", flags));
-        EXPECT_EQ(flags != 0, icon != nullptr) << "flags " << flags;
-    }
 }
 
 }  // namespace
