@@ -16,7 +16,7 @@ TEST(AddToPlaylistDialog, WithoutAFolderItClosesAtOnceWithEPointer) {
     KxPidl pidl = nullptr;
     LPWSTR name = nullptr;
     EXPECT_EQ(E_POINTER, RunAddToPlaylistDialog(1, nullptr, nullptr, L"New", &pidl, &name));
-    EXPECT_TRUE(driver.sawDialog() && !driver.timedOut());
+    EXPECT_FALSE(driver.timedOut());
     EXPECT_TRUE(pidl == nullptr && name == nullptr);
 }
 
