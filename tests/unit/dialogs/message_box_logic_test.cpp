@@ -9,165 +9,114 @@
 namespace {
 
 using F = MessageBoxFocus;
-
-std::string Picture(UINT flags) {
-    const char* p = MessageBoxPictureFor(flags);
-    return p ? p : "(none)";
-}
+const UINT kOne = 0, kYn = MB_YESNO, kYn2 = MB_YESNO | MB_DEFBUTTON2;
 
 TEST(MessageBoxFlags, ButtonsFollowYesNoAndTheSecondDefaultOnlyWithIt) {
-    MessageBoxButtons one = MessageBoxButtonsFor(0);
-    EXPECT_FALSE(one.yesNo);
-    EXPECT_EQ(134u, one.firstString);
-    EXPECT_FALSE(one.secondDefault);
-
-    MessageBoxButtons two = MessageBoxButtonsFor(MB_YESNO);
-    EXPECT_TRUE(two.yesNo);
-    EXPECT_EQ(180u, two.firstString);
-    EXPECT_EQ(181u, two.secondString);
-    EXPECT_FALSE(two.secondDefault);
-
-    EXPECT_TRUE(MessageBoxButtonsFor(MB_YESNO | MB_DEFBUTTON2).secondDefault);
-    EXPECT_FALSE(MessageBoxButtonsFor(MB_DEFBUTTON2).secondDefault) << "one button has no second default";
-    EXPECT_FALSE(MessageBoxButtonsFor(MB_YESNOCANCEL).yesNo) << "only the bit 4 is read";
-    EXPECT_TRUE(MessageBoxButtonsFor(MB_RETRYCANCEL).yesNo) << "5 has the bit 4";
+    struct Row { UINT flags; bool yesNo; UINT first, second; bool secondDefault; } rows[] = {
+        {kOne, false, 134, 0, false},
+        {kYn, true, 180, 181, false},
+        {kYn2, true, 180, 181, true},
+        {MB_DEFBUTTON2, false, 134, 0, false},    // one button has no second default
+        {MB_YESNOCANCEL, false, 134, 0, false},   // only the bit 4 is read
+        {MB_RETRYCANCEL, true, 180, 181, false},  // 5 has the bit 4
+    };
+    for (const Row& r : rows) {
+        MessageBoxButtons b = MessageBoxButtonsFor(r.flags);
+        EXPECT_EQ(r.yesNo, b.yesNo) << r.flags;
+        EXPECT_EQ(r.first, b.firstString) << r.flags;
+        EXPECT_EQ(r.second, b.secondString) << r.flags;
+        EXPECT_EQ(r.secondDefault, b.secondDefault) << r.flags;
+    }
 }
 
 TEST(MessageBoxFlags, PictureIsTheFirstTestThatHolds) {
-    EXPECT_EQ("(none)", Picture(0));
-    EXPECT_EQ("(none)", Picture(MB_YESNO | MB_DEFBUTTON2));
-    EXPECT_EQ("Exclamation.png", Picture(MB_ICONEXCLAMATION));
-    EXPECT_EQ("Criticalerror.png", Picture(MB_ICONHAND));
-    EXPECT_EQ("balloon Info.png", Picture(MB_ICONASTERISK));
-    EXPECT_EQ("Question Mark.png", Picture(MB_ICONQUESTION));
-    EXPECT_EQ("Criticalerror.png", Picture(0x50));
-    EXPECT_EQ("balloon Info.png", Picture(0x60));
-    EXPECT_EQ("Exclamation.png", Picture(0x70));
-    EXPECT_EQ("Exclamation.png", Picture(MB_ICONEXCLAMATION | MB_YESNO | MB_DEFBUTTON2));
+    struct Row { UINT flags; const char* picture; } rows[] = {
+        {0, "(none)"}, {kYn2, "(none)"},
+        {MB_ICONEXCLAMATION, "Exclamation.png"}, {MB_ICONHAND, "Criticalerror.png"},
+        {MB_ICONASTERISK, "balloon Info.png"}, {MB_ICONQUESTION, "Question Mark.png"},
+        {0x50, "Criticalerror.png"}, {0x60, "balloon Info.png"}, {0x70, "Exclamation.png"},
+        {MB_ICONEXCLAMATION | kYn2, "Exclamation.png"},
+    };
+    for (const Row& r : rows) {
+        const char* p = MessageBoxPictureFor(r.flags);
+        EXPECT_EQ(r.picture, std::string(p ? p : "(none)")) << r.flags;
+    }
 }
 
-struct Row {
-    bool returnKey;
-    UINT flags;
-    F focus;
-    HRESULT result;
-    bool ok;
-};
-
 TEST(MessageBoxFirstButton, EveryRowOfTheDecisionTable) {
-    const UINT one = 0, yn = MB_YESNO, yn2 = MB_YESNO | MB_DEFBUTTON2;
     const HRESULT cancelled = KX_MSGBOX_RESULT_CANCELLED;
-    const Row rows[] = {
+    struct Row { bool returnKey; UINT flags; F focus; HRESULT result; bool ok; } rows[] = {
         // a click
-        {false, yn, F::First, IDYES, true},
-        {false, yn, F::Close, IDYES, true},
-        {false, yn2, F::Other, IDYES, true},
-        {false, one, F::First, 0, true},
-        {false, one, F::Close, cancelled, true},
-        {false, one, F::Other, cancelled, true},
+        {false, kYn, F::First, IDYES, true},
+        {false, kYn, F::Close, IDYES, true},
+        {false, kYn2, F::Other, IDYES, true},
+        {false, kOne, F::First, 0, true},
+        {false, kOne, F::Close, cancelled, true},
+        {false, kOne, F::Other, cancelled, true},
         // the Return key, two buttons, the first the default
-        {true, yn, F::Second, IDNO, false},
-        {true, yn, F::Close, cancelled, false},
-        {true, yn, F::First, IDYES, true},
-        {true, yn, F::Other, IDYES, true},
+        {true, kYn, F::Second, IDNO, false},
+        {true, kYn, F::Close, cancelled, false},
+        {true, kYn, F::First, IDYES, true},
+        {true, kYn, F::Other, IDYES, true},
         // the Return key, two buttons, the second the default
-        {true, yn2, F::First, IDYES, true},
-        {true, yn2, F::Second, IDNO, false},
-        {true, yn2, F::Close, cancelled, false},
-        {true, yn2, F::Other, cancelled, false},
+        {true, kYn2, F::First, IDYES, true},
+        {true, kYn2, F::Second, IDNO, false},
+        {true, kYn2, F::Close, cancelled, false},
+        {true, kYn2, F::Other, cancelled, false},
         // the Return key, one button
-        {true, one, F::First, 0, true},
-        {true, one, F::Close, cancelled, true},
-        {true, one, F::Other, cancelled, true},
+        {true, kOne, F::First, 0, true},
+        {true, kOne, F::Close, cancelled, true},
+        {true, kOne, F::Other, cancelled, true},
         {true, MB_DEFBUTTON2 | MB_ICONHAND, F::Other, cancelled, true},
     };
     for (const Row& r : rows) {
         MessageBoxOutcome o = MessageBoxFirstButtonOutcome(r.returnKey, r.flags, r.focus);
-        EXPECT_EQ(r.result, o.hrResult) << "return " << r.returnKey << " flags " << r.flags << " focus "
-                                        << static_cast<int>(r.focus);
-        EXPECT_EQ(r.ok, o.endWithOk) << "return " << r.returnKey << " flags " << r.flags << " focus "
-                                     << static_cast<int>(r.focus);
+        EXPECT_EQ(r.result, o.hrResult) << r.returnKey << " " << r.flags << " " << static_cast<int>(r.focus);
+        EXPECT_EQ(r.ok, o.endWithOk) << r.returnKey << " " << r.flags << " " << static_cast<int>(r.focus);
     }
 }
 
-RECT Rect(LONG l, LONG t, LONG r, LONG b) { return RECT{l, t, r, b}; }
-
-// A dialog at (100,100) 300x160 with a caption line 20 high and a message of 40.
-MessageBoxMeasures Template(int captionNeeded, int textNeeded) {
-    MessageBoxMeasures m;
-    m.dialog = Rect(100, 100, 400, 260);
-    m.caption = Rect(150, 130, 380, 150);
-    m.captionNeeded = captionNeeded;
-    m.text = Rect(150, 156, 380, 196);
-    m.textNeeded = textNeeded;
-    return m;
-}
-
-::testing::AssertionResult SameRect(const RECT& want, const RECT& got) {
-    if (want.left == got.left && want.top == got.top && want.right == got.right && want.bottom == got.bottom)
-        return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "want (" << want.left << "," << want.top << "," << want.right << ","
-                                         << want.bottom << ") got (" << got.left << "," << got.top << ","
-                                         << got.right << "," << got.bottom << ")";
-}
-#define ExpectRect(want, got) EXPECT_TRUE(SameRect(want, got))
-
-TEST(MessageBoxGrowth, TextsThatFitLeaveEverythingInPlace) {
-    for (auto needs : {std::pair<int, int>{20, 40}, {13, 13}, {0, 0}}) {
-        MessageBoxGrowth g = MessageBoxGrow(Template(needs.first, needs.second));
-        EXPECT_FALSE(g.moveDialog);
-        EXPECT_FALSE(g.moveCaption);
-        EXPECT_FALSE(g.moveText);
-        EXPECT_EQ(0, g.captionExtra);
-        EXPECT_EQ(0, g.textExtra);
+// A dialog at (100,100) 300x160 with a caption line (150,130)-(380,150) and a message
+// (150,156)-(380,196); lines are 13 high. Left and right never change.
+TEST(MessageBoxGrowth, DialogTakesBothExtrasPlus4EachTextItsOwnPlus2AndAGrownCaptionPushesTheText) {
+    struct Row {
+        const char* what;
+        int captionNeeded, textNeeded, captionWidth, dialogHeight;  // needs, then the template's sizes
+        int captionExtra, textExtra, moveDialog, moveCaption, moveText;
+        LONG dialogBottom, captionBottom, textTop, textBottom;
+    } rows[] = {
+        // The dialog's bottom: 260 + both extras + 4; the caption's: 150 + its extra + 2; the message
+        // moves down by the caption's extra + 2 and grows by its own extra + 2.
+        {"texts that fit", 20, 40, 230, 160, 0, 0, 0, 0, 0, 260, 150, 156, 196},
+        {"empty texts", 0, 0, 230, 160, 0, 0, 0, 0, 0, 260, 150, 156, 196},
+        {"a long message", 20, 79, 230, 160, 0, 39, 1, 0, 1, 303, 150, 156, 237},
+        {"a long caption and message", 33, 66, 230, 160, 13, 26, 1, 1, 1, 303, 165, 171, 239},
+        {"a long caption, a message that fits", 33, 13, 230, 160, 13, 0, 1, 1, 1, 277, 165, 171, 211},
+        {"a caption without width is not measured", 33, 66, 0, 160, 0, 26, 1, 0, 1, 290, 150, 156, 224},
+        {"a dialog without height stays", 20, 66, 230, 0, 0, 26, 0, 0, 1, 100, 150, 156, 224},
+    };
+    for (const Row& r : rows) {
+        MessageBoxMeasures m;
+        m.dialog = RECT{100, 100, 400, 100 + r.dialogHeight};
+        m.caption = RECT{150, 130, 150 + r.captionWidth, 150};
+        m.text = RECT{150, 156, 380, 196};
+        m.captionNeeded = r.captionNeeded;
+        m.textNeeded = r.textNeeded;
+        MessageBoxGrowth g = MessageBoxGrow(m);
+        SCOPED_TRACE(r.what);
+        EXPECT_EQ(r.captionExtra, g.captionExtra);
+        EXPECT_EQ(r.textExtra, g.textExtra);
+        EXPECT_EQ(r.moveDialog != 0, g.moveDialog);
+        EXPECT_EQ(r.moveCaption != 0, g.moveCaption);
+        EXPECT_EQ(r.moveText != 0, g.moveText);
+        EXPECT_EQ(r.dialogBottom, g.dialog.bottom);
+        EXPECT_EQ(r.captionBottom, g.caption.bottom);
+        EXPECT_EQ(r.textTop, g.text.top);
+        EXPECT_EQ(r.textBottom, g.text.bottom);
+        EXPECT_EQ(100, g.dialog.top);
+        EXPECT_EQ(130, g.caption.top) << "the caption keeps its top";
+        EXPECT_TRUE(g.dialog.left == 100 && g.dialog.right == 400 && g.text.left == 150 && g.text.right == 380);
     }
-}
-
-TEST(MessageBoxGrowth, ALongMessageGrowsTheDialogByItsExtraPlus4AndTheTextByPlus2) {
-    MessageBoxGrowth g = MessageBoxGrow(Template(20, 40 + 39));  // three more lines of 13
-    EXPECT_EQ(39, g.textExtra);
-    ASSERT_TRUE(g.moveDialog);
-    ExpectRect(Rect(100, 100, 400, 260 + 39 + 4), g.dialog);
-    EXPECT_FALSE(g.moveCaption) << "the caption stays";
-    ASSERT_TRUE(g.moveText);
-    ExpectRect(Rect(150, 156, 380, 196 + 39 + 2), g.text) << "the message keeps its top";
-}
-
-TEST(MessageBoxGrowth, ALongCaptionPushesAGrowingMessageDown) {
-    MessageBoxGrowth g = MessageBoxGrow(Template(20 + 13, 40 + 26));
-    EXPECT_EQ(13, g.captionExtra);
-    EXPECT_EQ(26, g.textExtra);
-    ExpectRect(Rect(100, 100, 400, 260 + 13 + 26 + 4), g.dialog);
-    ASSERT_TRUE(g.moveCaption);
-    ExpectRect(Rect(150, 130, 380, 150 + 13 + 2), g.caption);
-    ASSERT_TRUE(g.moveText);
-    ExpectRect(Rect(150, 156 + 15, 380, 196 + 15 + 26 + 2), g.text);
-}
-
-TEST(MessageBoxGrowth, ALongCaptionPushesAMessageThatFitsDownWithoutGrowingIt) {
-    MessageBoxGrowth g = MessageBoxGrow(Template(20 + 13, 13));
-    EXPECT_EQ(0, g.textExtra);
-    ExpectRect(Rect(100, 100, 400, 260 + 13 + 4), g.dialog);
-    ASSERT_TRUE(g.moveCaption);
-    ExpectRect(Rect(150, 130, 380, 165), g.caption);
-    ASSERT_TRUE(g.moveText);
-    ExpectRect(Rect(150, 156 + 15, 380, 196 + 15), g.text);
-}
-
-TEST(MessageBoxGrowth, ControlsWithoutWidthOrADialogWithoutHeightAreNotTouched) {
-    MessageBoxMeasures m = Template(20 + 13, 40 + 26);
-    m.caption.right = m.caption.left;  // no width: not measured
-    MessageBoxGrowth g = MessageBoxGrow(m);
-    EXPECT_EQ(0, g.captionExtra);
-    EXPECT_FALSE(g.moveCaption);
-    ExpectRect(Rect(150, 156, 380, 196 + 26 + 2), g.text);
-    ExpectRect(Rect(100, 100, 400, 260 + 26 + 4), g.dialog);
-
-    m = Template(20, 40 + 26);
-    m.dialog.bottom = m.dialog.top;
-    g = MessageBoxGrow(m);
-    EXPECT_FALSE(g.moveDialog);
-    EXPECT_TRUE(g.moveText);
 }
 
 }  // namespace

@@ -6,15 +6,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
 namespace {
 
-using kxtest::FakePluginPlatform;
-using kxtest::FakeStringSource;
-
-const HINSTANCE kModule = FakePluginPlatform::Resources();
+const HINSTANCE kModule = kxtest::FakePluginPlatform::Resources();
+const HRESULT kNoModule = static_cast<HRESULT>(0x80070002u);
+const HRESULT kMissing = static_cast<HRESULT>(0x80070006u);
+const HRESULT kCut = static_cast<HRESULT>(0x8007007Au);
 
 class StringLookup : public ::testing::Test {
 protected:
@@ -23,129 +22,90 @@ protected:
         kxcompat::ResetTaskMemFailures();
         EXPECT_EQ(live_, kxcompat::LiveTaskMemBlocks()) << "task memory left behind";
     }
-    FakeStringSource source;
+    void Add(UINT id, const std::wstring& text) { source.strings[id] = text; }
+    kxtest::FakePluginPlatform source;
 
 private:
     long live_ = 0;
 };
 
-TEST_F(StringLookup, GrowsOnlyWhenTheStringMayHaveBeenCut) {
-    struct Case {
-        int length;
-        std::vector<int> capacities;
+// Blocks grow by 512 characters while fewer than two places are left; a string that fills every
+// block ends the growth with the first block beyond the longest string resource (65535).
+TEST_F(StringLookup, GrowsBy512UntilTwoPlacesAreLeft) {
+    const struct {
+        int length;  // -1: no such string; an empty one counts as missing
+        size_t calls;
+        int lastCapacity;
     } cases[] = {
-        {1, {512}},
-        {510, {512}},              // two places left: complete at once
-        {511, {512, 1024}},        // one place left: may be cut, grows once
-        {1022, {512, 1024}},
-        {1023, {512, 1024, 1536}},
-        {4000, {512, 1024, 1536, 2048, 2560, 3072, 3584, 4096}},
+        {-1, 1, 512},    {0, 1, 512},     {1, 1, 512},     {510, 1, 512},        {511, 2, 1024},
+        {1022, 2, 1024}, {1023, 3, 1536}, {1534, 3, 1536}, {100000, 128, 65536},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
+        source.strings.clear();
         source.capacities.clear();
-        std::wstring text(static_cast<size_t>(c.length), L'x');
-        text.back() = L'!';
-        source.Add(kModule, 7, text);
+        std::wstring text(static_cast<size_t>(c.length < 0 ? 0 : c.length), L'x');
+        if (c.length > 0) text.back() = L'!';
+        if (c.length >= 0) Add(7, text);
         LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
-        ASSERT_EQ(S_OK, KxGetResourceString(source, kModule, 7, &result)) << c.length;
-        ASSERT_NE(nullptr, result);
-        EXPECT_EQ(text, std::wstring(result)) << c.length;
-        EXPECT_EQ(c.capacities, source.capacities) << c.length;
+        EXPECT_EQ(c.length > 0 ? S_OK : kMissing, KxGetResourceString(source, kModule, 7, &result)) << c.length;
+        EXPECT_EQ(c.calls, source.capacities.size()) << c.length;
+        EXPECT_EQ(c.lastCapacity, source.capacities.back()) << c.length;
+        EXPECT_EQ(c.length > 0 ? text.substr(0, 65535) : L"(null)", std::wstring(result ? result : L"(null)"));
         CoTaskMemFree(result);
     }
 }
 
-TEST_F(StringLookup, FailuresInTheirOrder) {
-    source.Add(kModule, 9, L"");
-    for (UINT id : {8u, 9u}) {  // unknown, and empty, which counts as missing
-        LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
-        EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE), KxGetResourceString(source, kModule, id, &result));
-        EXPECT_EQ(nullptr, result);
-    }
+TEST_F(StringLookup, ModuleThenArgumentsThenTheString) {
     LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), KxGetResourceString(source, nullptr, 8, &result));
+    EXPECT_EQ(kNoModule, KxGetResourceString(source, nullptr, 8, &result));
     EXPECT_EQ(nullptr, result);
-    EXPECT_EQ(2u, source.capacities.size()) << "no look-up without a module";
+    EXPECT_EQ(kNoModule, KxGetResourceString(source, nullptr, 8, nullptr));
     EXPECT_EQ(E_POINTER, KxGetResourceString(source, kModule, 8, nullptr));
 
     WCHAR buffer[8];
     INT needed = -5;
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), KxLoadResourceString(source, nullptr, 9, buffer, 8, nullptr));
-    EXPECT_EQ(E_INVALIDARG, KxLoadResourceString(source, kModule, 9, buffer, 8, nullptr));
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE), KxLoadResourceString(source, kModule, 8, buffer, 8, &needed));
+    EXPECT_EQ(kNoModule, KxLoadResourceString(source, nullptr, 8, buffer, 8, nullptr));
+    EXPECT_EQ(E_INVALIDARG, KxLoadResourceString(source, kModule, 8, buffer, 8, nullptr));
+    EXPECT_TRUE(source.capacities.empty()) << "no look-up before the arguments hold";
+    EXPECT_EQ(kMissing, KxLoadResourceString(source, kModule, 8, buffer, 8, &needed));
     EXPECT_EQ(-5, needed);
 }
 
 TEST_F(StringLookup, OutOfMemoryAtEveryStepLeavesNothing) {
-    source.Add(kModule, 7, std::wstring(1500, L'y'));  // three blocks: 512, 1024, 1536
+    Add(7, std::wstring(1500, L'y'));  // three blocks: 512, 1024, 1536
     for (int nth = 1; nth <= 3; ++nth) {
         kxcompat::FailTaskMemAllocations(nth);
         LPWSTR result = reinterpret_cast<LPWSTR>(0x1);
         EXPECT_EQ(E_OUTOFMEMORY, KxGetResourceString(source, kModule, 7, &result)) << nth;
         EXPECT_EQ(nullptr, result);
-        kxcompat::ResetTaskMemFailures();
-
         INT needed = -5;
         WCHAR buffer[4];
         kxcompat::FailTaskMemAllocations(nth);
         EXPECT_EQ(E_OUTOFMEMORY, KxLoadResourceString(source, kModule, 7, buffer, 4, &needed)) << nth;
         EXPECT_EQ(-5, needed);
-        kxcompat::ResetTaskMemFailures();
     }
 }
 
 TEST_F(StringLookup, LoadResourceStringIntoTheCallersBuffer) {
-    const std::wstring text = L"Add to Playlist";
-    source.Add(kModule, 26, text);
-    const INT n = static_cast<INT>(text.size());
+    using namespace std::string_literals;
+    Add(26, L"Hello");
     INT needed = 0;
     EXPECT_EQ(S_OK, KxLoadResourceString(source, kModule, 26, nullptr, 0, &needed));
-    EXPECT_EQ(n + 1, needed);
-
-    // Places in the buffer, status, what it then holds ('#' = not written).
+    EXPECT_EQ(6, needed);
     const struct {
         INT places;
         HRESULT status;
-        std::wstring held;
+        std::wstring buffer;  // '#': not written
     } cases[] = {
-        {n + 1, S_OK, text},
-        {n, STRSAFE_E_INSUFFICIENT_BUFFER, text.substr(0, static_cast<size_t>(n - 1))},
-        {1, STRSAFE_E_INSUFFICIENT_BUFFER, L""},
-        {0, E_INVALIDARG, L"#"},
+        {6, S_OK, L"Hello\0#"s}, {5, kCut, L"Hell\0##"s}, {1, kCut, L"\0######"s}, {0, E_INVALIDARG, L"#######"s},
     };
     for (const auto& c : cases) {
-        WCHAR buffer[64];
-        std::fill(std::begin(buffer), std::end(buffer), L'#');
-        buffer[63] = L'\0';
+        std::wstring buffer(7, L'#');
         needed = 0;
-        EXPECT_EQ(c.status, KxLoadResourceString(source, kModule, 26, buffer, c.places, &needed)) << c.places;
-        EXPECT_EQ(c.held, std::wstring(buffer).substr(0, c.held.size())) << c.places;
-        if (c.places) {
-            EXPECT_EQ(L'\0', buffer[c.held.size()]) << c.places;
-        }
-        EXPECT_EQ(L'#', buffer[std::max(n, c.places)]) << c.places;
-        EXPECT_EQ(n + 1, needed) << c.places;
+        EXPECT_EQ(c.status, KxLoadResourceString(source, kModule, 26, &buffer[0], c.places, &needed)) << c.places;
+        EXPECT_EQ(c.buffer, buffer) << c.places;
+        EXPECT_EQ(6, needed) << c.places;
     }
-}
-
-// A source that always claims to have filled the block must not make the loop grow for ever.
-class EndlessSource : public IKxStringSource {
-public:
-    int LoadStringW(HINSTANCE, UINT, LPWSTR buffer, int cchBuffer) override {
-        ++calls;
-        for (int i = 0; i < cchBuffer - 1; ++i) buffer[i] = L'e';
-        buffer[cchBuffer - 1] = L'\0';
-        return cchBuffer - 1;
-    }
-    int calls = 0;
-};
-
-TEST_F(StringLookup, GrowthEndsBeyondTheLongestStringResource) {
-    EndlessSource endless;
-    LPWSTR result = nullptr;
-    EXPECT_EQ(S_OK, KxGetResourceString(endless, kModule, 1, &result));
-    EXPECT_LE(endless.calls, 130);
-    CoTaskMemFree(result);
 }
 
 }  // namespace

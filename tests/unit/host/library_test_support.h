@@ -47,7 +47,26 @@ struct WalkResult {
 };
 
 // ParseName (flags 8), BindToFolder, EnumItems (flags 1), Next until not S_OK, GetItemName (flags 1).
-WalkResult WalkWellKnownFolder(IKxContentFolder* root, LPCWSTR name);
+inline WalkResult WalkWellKnownFolder(IKxContentFolder* root, LPCWSTR name) {
+    WalkResult r;
+    TaskMem<KxItemIdList> id;
+    Ref<IKxContentFolder> folder;
+    Ref<IKxItemEnum> items;
+    if ((r.status = root->ParseName(name, KX_PARSE_WELLKNOWN, id.Out())) != S_OK ||
+        FAILED(r.status = root->BindToFolder(id.p, IID_IKxContentFolder, folder.OutVoid())) ||
+        FAILED(r.enumStatus = r.status = folder->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, items.OutVoid())))
+        return r;
+    if (!items) r.status = E_POINTER;  // S_FALSE too hands out an enumerator
+    for (bool first = true; items && (first || r.status == S_OK); first = false) {
+        TaskMem<KxItemIdList> child;
+        TaskMem<WCHAR> childName;
+        ULONG fetched = 0;
+        if (SUCCEEDED(r.status = items->Next(1, child.Out(), &fetched)) && fetched &&
+            folder->GetItemName(child.p, KX_NAME_NORMAL, childName.Out()) == S_OK)
+            r.names.push_back(childName.p);
+    }
+    return r;
+}
 
 class LibraryTest : public ::testing::Test {
 protected:
@@ -65,7 +84,6 @@ protected:
         EXPECT_EQ(0, lib.LiveObjects());
         EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks()) << "CoTaskMem blocks left behind";
     }
-    KxPidl Pidl(kxhost::ItemId id) { return lib.NewPidl(id); }
 
     kxhost::SampleLibrary sample;
     kxhost::InMemoryLibrary& lib;

@@ -15,6 +15,20 @@ bool IsDialogWindow(HWND hwnd) {
     return lstrcmpW(cls, L"#32770") == 0;
 }
 
+BOOL CALLBACK CountChild(HWND, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+BOOL CALLBACK CountTopLevel(HWND hwnd, LPARAM count) {
+    DWORD pid = 0;
+    GetWindowThreadProcessId(hwnd, &pid);
+    if (pid != GetCurrentProcessId()) return TRUE;
+    ++*reinterpret_cast<int*>(count);
+    EnumChildWindows(hwnd, &CountChild, count);
+    return TRUE;
+}
+
 void PostKey(HWND target, UINT vk) {
     UINT scan = MapVirtualKeyW(vk, 0 /* MAPVK_VK_TO_VSC */);
     PostMessageW(target, WM_KEYDOWN, vk, static_cast<LPARAM>(1 | (scan << 16)));
@@ -118,10 +132,7 @@ void DialogDriver::Tick() {
     if (shown && GetActiveWindow() == m_dialog) ++m_activeTicks;
     else m_activeTicks = 0;
     bool ready = shown && (m_activeTicks > 2 || m_shownTicks > 130);
-    if (ready && m_next < m_steps.size()) {
-        Step& step = m_steps[m_next++];
-        step(m_dialog);
-    }
+    if (ready && m_next < m_steps.size()) m_steps[m_next++](m_dialog);
     if (m_ticks > m_limit && m_dialog && IsWindow(m_dialog)) {
         // the script hangs: ask the dialog to close, then take its window away
         if (!m_timedOut) PostMessageW(m_dialog, WM_CLOSE, 0, 0);
@@ -146,52 +157,14 @@ RECT ItemRect(HWND dialog, int id) {
     return rc;
 }
 
-bool ItemVisible(HWND dialog, int id) {
-    HWND item = GetDlgItem(dialog, id);
-    return item && (GetWindowLongW(item, GWL_STYLE) & WS_VISIBLE);
-}
-
-bool ItemEnabled(HWND dialog, int id) {
-    HWND item = GetDlgItem(dialog, id);
-    return item && IsWindowEnabled(item);
-}
-
-DWORD ItemStyle(HWND dialog, int id) {
-    HWND item = GetDlgItem(dialog, id);
-    return item ? static_cast<DWORD>(GetWindowLongW(item, GWL_STYLE)) : 0;
-}
+// A missing control answers 0 to both.
+bool ItemVisible(HWND dialog, int id) { return GetWindowLongW(GetDlgItem(dialog, id), GWL_STYLE) & WS_VISIBLE; }
+bool ItemEnabled(HWND dialog, int id) { return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE; }
 
 int FocusedId(HWND dialog) {
     HWND focus = GetFocus();
     return focus && IsChild(dialog, focus) ? GetDlgCtrlID(focus) : 0;
 }
-
-namespace {
-
-BOOL CALLBACK CountChild(HWND, LPARAM count) {
-    ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
-BOOL CALLBACK CountTopLevel(HWND hwnd, LPARAM count) {
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    if (pid != GetCurrentProcessId()) return TRUE;
-    ++*reinterpret_cast<int*>(count);
-    EnumChildWindows(hwnd, &CountChild, count);
-    return TRUE;
-}
-
-// Wine keeps GDI objects in a per-process table indexed by the low word of the handle.
-int ProbeGdiObjects() {
-    int n = 0;
-    for (ULONG_PTR i = 1; i < 0x10000; ++i)
-        if (GetObjectType(reinterpret_cast<HGDIOBJ>(i))) ++n;
-    return n;
-}
-
-
-}  // namespace
 
 void WatchTaskMemory() {
     // once per process: starting again would reset a count that a test may be relying on
@@ -204,7 +177,11 @@ ResourceCounts CountResources() {
     EnumWindows(&CountTopLevel, reinterpret_cast<LPARAM>(&c.windows));
     HANDLE self = GetCurrentProcess();
     c.gdiObjects = static_cast<int>(GetGuiResources(self, GR_GDIOBJECTS));
-    if (c.gdiObjects == 0) c.gdiObjects = ProbeGdiObjects();
+    if (c.gdiObjects == 0) {
+        // Wine answers 0; it keeps GDI objects in a per-process table indexed by the handle's low word
+        for (ULONG_PTR i = 1; i < 0x10000; ++i)
+            if (GetObjectType(reinterpret_cast<HGDIOBJ>(i))) ++c.gdiObjects;
+    }
     c.userObjects = static_cast<int>(GetGuiResources(self, GR_USEROBJECTS));
     if (c.userObjects == 0) c.userObjects = c.windows;
     c.taskMemBlocks = kxhost::LiveTaskMemBlocks();

@@ -39,8 +39,6 @@ public:
     // Reads the dialog as it is at this point of the script.
     DialogDriver& Inspect(Step step) { return Do(std::move(step)); }
 
-    HWND dialog() const { return m_dialog; }
-    bool sawDialog() const { return m_dialog != nullptr; }
     bool timedOut() const { return m_timedOut; }
     // Steps that ran.
     size_t stepsDone() const { return m_next; }
@@ -70,7 +68,6 @@ std::wstring ItemText(HWND dialog, int id);
 RECT ItemRect(HWND dialog, int id);
 bool ItemVisible(HWND dialog, int id);
 bool ItemEnabled(HWND dialog, int id);
-DWORD ItemStyle(HWND dialog, int id);
 // Identifier of the control with the focus, 0 when none of the dialog's controls has it.
 int FocusedId(HWND dialog);
 

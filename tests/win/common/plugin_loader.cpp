@@ -15,30 +15,15 @@ PluginLibrary::~PluginLibrary() {
     if (module_) FreeLibrary(module_);
 }
 
-template <typename Fn>
-Fn PluginLibrary::Export(const char* name) const {
-    if (!module_) return nullptr;
-    return reinterpret_cast<Fn>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+HRESULT PluginLibrary::CallExport(const char* name) const {
+    FARPROC fn = module_ ? GetProcAddress(module_, name) : nullptr;
+    return fn ? reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(fn))() : E_UNEXPECTED;
 }
 
 HRESULT PluginLibrary::GetClassObject(REFCLSID clsid, REFIID iid, void** out) const {
-    auto fn = Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
-    return fn ? fn(clsid, iid, out) : E_UNEXPECTED;
-}
-
-HRESULT PluginLibrary::CanUnloadNow() const {
-    auto fn = Export<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
-    return fn ? fn() : E_UNEXPECTED;
-}
-
-HRESULT PluginLibrary::RegisterServer() const {
-    auto fn = Export<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer");
-    return fn ? fn() : E_UNEXPECTED;
-}
-
-HRESULT PluginLibrary::UnregisterServer() const {
-    auto fn = Export<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer");
-    return fn ? fn() : E_UNEXPECTED;
+    FARPROC fn = module_ ? GetProcAddress(module_, "DllGetClassObject") : nullptr;
+    using GetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    return fn ? reinterpret_cast<GetClassObjectFn>(reinterpret_cast<void*>(fn))(clsid, iid, out) : E_UNEXPECTED;
 }
 
 HRESULT PluginLibrary::Create(IKxCommonResource** out, IUnknown* outer, REFIID iid) const {

@@ -21,15 +21,15 @@ public:
 
     HMODULE module() const { return module_; }
     HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out) const;
-    HRESULT CanUnloadNow() const;
-    HRESULT RegisterServer() const;
-    HRESULT UnregisterServer() const;
+    HRESULT CanUnloadNow() const { return CallExport("DllCanUnloadNow"); }
+    HRESULT RegisterServer() const { return CallExport("DllRegisterServer"); }
+    HRESULT UnregisterServer() const { return CallExport("DllUnregisterServer"); }
     // DllGetClassObject, IClassFactory::CreateInstance, factory released.
     HRESULT Create(IKxCommonResource** out, IUnknown* outer = nullptr, REFIID iid = IID_IKxCommonResource) const;
 
 private:
-    template <typename Fn>
-    Fn Export(const char* name) const;
+    // Calls an export that takes no argument; E_UNEXPECTED when the library or the export is missing.
+    HRESULT CallExport(const char* name) const;
     HMODULE module_ = nullptr;
 };
 

@@ -12,8 +12,7 @@ namespace kxtest {
 
 class SkinRecorder {
 public:
-    // `refuse`: operations the library answers with 0, e.g. "0x1000" or "1".
-    explicit SkinRecorder(const std::string& refuse = "");
+    SkinRecorder();
     ~SkinRecorder();
     SkinRecorder(const SkinRecorder&) = delete;
     SkinRecorder& operator=(const SkinRecorder&) = delete;
@@ -22,7 +21,6 @@ public:
     std::vector<std::string> Lines() const;
     // The lines that begin with `prefix`.
     std::vector<std::string> LinesStartingWith(const std::string& prefix) const;
-    void Clear() const;
 
 private:
     std::wstring m_log;

@@ -1,13 +1,16 @@
-// The plug-in through its exports, as a host uses it: the unload decision, the resource library
-// beside the plug-in, registration without its library, and the string look-ups against a real
-// resource library with strings of every edge length.
+// The plug-in through its exports, as a host uses it: the unload decision, registration without
+// its library, the strings of ComRcRes.dll and the task memory a host gets back, and the string
+// look-ups against a resource library beside the plug-in with strings of the growth's edge lengths.
 #include <windows.h>
 #include <objbase.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 
+#include "host/library/taskmem_audit.h"
 #include "tests/win/common/plugin_loader.h"
 
 namespace {
@@ -15,122 +18,104 @@ namespace {
 using kxtest::ExeDir;
 using kxtest::PluginLibrary;
 
-// The text of test string 510, 511 or 1023 of the stand-in resource library.
-std::wstring EdgeString(int length) {
-    std::wstring text;
-    for (int i = 0; i < length; ++i) {
-        if (length == 510) text += static_cast<wchar_t>(L'a' + i % 26);
-        else if (length == 511) text += static_cast<wchar_t>(L'A' + i % 26);
-        else text += static_cast<wchar_t>(L'0' + i % 10);
-    }
-    return text;
-}
-
-// A folder of its own beside the test with a copy of the plug-in and, optionally, a resource
-// library under the name ComRcRes.dll.
-std::wstring PrepareFolder(const wchar_t* name, const wchar_t* resourceLibrary) {
-    std::wstring dir = ExeDir() + name + L"\\";
-    CreateDirectoryW(dir.c_str(), nullptr);
-    CopyFileW((ExeDir() + L"KxComResPlgin.dll").c_str(), (dir + L"KxComResPlgin.dll").c_str(), FALSE);
-    DeleteFileW((dir + L"ComRcRes.dll").c_str());
-    if (resourceLibrary) CopyFileW((ExeDir() + resourceLibrary).c_str(), (dir + L"ComRcRes.dll").c_str(), FALSE);
-    return dir;
-}
-
-bool IsLoaded(const std::wstring& path) { return GetModuleHandleW(path.c_str()) != nullptr; }
-
 TEST(PluginHost, TheObjectAndALockHoldTheLibraryButTheFactoryDoesNot) {
     PluginLibrary plugin;
-    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
     IKxCommonResource* resource = nullptr;
     ASSERT_EQ(S_OK, plugin.Create(&resource));
     EXPECT_EQ(S_FALSE, plugin.CanUnloadNow());
     EXPECT_EQ(0u, resource->Release());
     EXPECT_EQ(S_OK, plugin.CanUnloadNow());
 
-    // An unmatched unlock holds nothing.
     IClassFactory* factory = nullptr;
-    ASSERT_EQ(S_OK, plugin.GetClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory,
-                                          reinterpret_cast<void**>(&factory)));
+    ASSERT_EQ(S_OK, plugin.GetClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory, (void**)&factory));
     EXPECT_EQ(S_OK, plugin.CanUnloadNow());
-    EXPECT_EQ(S_OK, factory->LockServer(TRUE));
+    factory->LockServer(TRUE);
     EXPECT_EQ(S_FALSE, plugin.CanUnloadNow());
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));
-    EXPECT_EQ(S_OK, factory->LockServer(TRUE));  // back to no lock
+    factory->LockServer(FALSE);
+    factory->LockServer(FALSE);  // an unmatched unlock holds nothing
+    factory->LockServer(TRUE);
     EXPECT_EQ(S_OK, plugin.CanUnloadNow());
     factory->Release();
-}
-
-TEST(PluginHost, EachObjectLoadsAndFreesTheResourceLibraryOnce) {
-    std::wstring dir = PrepareFolder(L"plugin_two_objects", L"ComRcRes.dll");
-    std::wstring resources = dir + L"ComRcRes.dll";
-    PluginLibrary plugin(dir + L"KxComResPlgin.dll");
-    ASSERT_NE(nullptr, plugin.module());
-    EXPECT_FALSE(IsLoaded(resources));
-    IKxCommonResource* first = nullptr;
-    IKxCommonResource* second = nullptr;
-    ASSERT_EQ(S_OK, plugin.Create(&first));
-    EXPECT_TRUE(IsLoaded(resources)) << "the resource library is the one beside the plug-in";
-    ASSERT_EQ(S_OK, plugin.Create(&second));
-    first->Release();
-    EXPECT_TRUE(IsLoaded(resources)) << "the second object holds its own load";
-    second->Release();
-    EXPECT_FALSE(IsLoaded(resources)) << "each object freed its load";
-}
-
-TEST(PluginHost, WithoutComRcResTheObjectDoesNotComeUp) {
-    std::wstring dir = PrepareFolder(L"plugin_no_resources", nullptr);
-    PluginLibrary plugin(dir + L"KxComResPlgin.dll");
-    ASSERT_NE(nullptr, plugin.module());
-    IKxCommonResource* resource = reinterpret_cast<IKxCommonResource*>(0x1);
-    EXPECT_EQ(E_FAIL, plugin.Create(&resource));
-    EXPECT_EQ(reinterpret_cast<IKxCommonResource*>(0x1), resource);
-    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
 }
 
 TEST(PluginHost, RegistrationWithoutTheRegistrationLibraryFails) {
     ASSERT_EQ(nullptr, LoadLibraryW(L"VnIntrfu.dll")) << "this test needs a machine without VnIntrfu.dll";
     PluginLibrary plugin;
-    EXPECT_EQ(E_FAIL, plugin.RegisterServer());
-    EXPECT_EQ(E_FAIL, plugin.UnregisterServer());
+    EXPECT_EQ(static_cast<HRESULT>(0x80004005u), plugin.RegisterServer());
+    EXPECT_EQ(static_cast<HRESULT>(0x80004005u), plugin.UnregisterServer());
 }
 
-// The string look-ups against the stand-in resource library: GetResourceString hands over whole
-// blocks of 512 characters, LoadResourceString sizes and cuts as the real LoadStringW answers.
+// Every string the dialogs, the balloon tips and the properties lists load is in ComRcRes.dll, and
+// everything handed out is the host's to free: a malloc spy sees no block left behind.
+TEST(PluginHost, ResourceLibraryHoldsEveryStringTheComponentLoadsAndNoBlockStaysBehind) {
+    const UINT ids[] = {
+        2,   3,   8,   26,  35,  42,  46,  47,  49,  50,  52,  59,  63,  64,  65,  69,  77,  78,  103, 104,
+        106, 107, 108, 109, 110, 111, 112, 113, 114, 115, 116, 117, 118, 119, 121, 122, 123, 124, 125, 126,
+        128, 129, 130, 131, 132, 133, 134, 135, 136, 137, 138, 139, 140, 141, 142, 143, 144, 145, 146, 147,
+        148, 149, 150, 151, 152, 153, 154, 155, 156, 157, 158, 159, 160, 161, 162, 163, 164, 165, 166, 167,
+        168, 169, 170, 171, 172, 173, 174, 175, 176, 177, 178, 179, 180, 181, 182, 188, 189, 190, 191, 192,
+        193, 194, 195, 196, 197, 198, 199, 200, 201, 202, 203, 204, 205, 206, 207, 208, 217, 218, 243, 247,
+    };
+    PluginLibrary plugin;
+    ASSERT_TRUE(kxhost::StartTaskMemAudit());
+    IKxCommonResource* resource = nullptr;
+    ASSERT_EQ(S_OK, plugin.Create(&resource));
+    std::map<UINT, std::wstring> strings;
+    for (UINT id : ids) {
+        LPWSTR text = nullptr;
+        ASSERT_EQ(S_OK, resource->GetResourceString(id, &text)) << "string " << id;
+        EXPECT_EQ(2, kxhost::LiveTaskMemBlocks()) << "the object and the string";
+        const std::wstring& s = strings[id] = text;
+        CoTaskMemFree(text);
+        // Only the length warning carries a conversion, one number.
+        EXPECT_EQ(id == 247 ? 1 : 0, std::count(s.begin(), s.end(), L'%')) << "string " << id;
+    }
+    LPWSTR missing = nullptr;
+    EXPECT_EQ(static_cast<HRESULT>(0x80070006u), resource->GetResourceString(4242, &missing));
+    EXPECT_EQ(0u, resource->Release());
+    EXPECT_EQ(0, kxhost::LiveTaskMemBlocks());
+    kxhost::StopTaskMemAudit();
+    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
+    EXPECT_NE(std::wstring::npos, strings[247].find(L"%d"));
+    EXPECT_EQ(L"Media Library", strings[188]);
+    // The file dialog's filter: pairs of description and pattern, ended by "||".
+    EXPECT_EQ(strings[106].size() - 2, strings[106].rfind(L"||"));
+}
+
+// The resource library is the one beside the plug-in: a stand-in there gives strings at the edges
+// of the growth. GetResourceString hands over whole blocks of 512 characters, LoadResourceString
+// sizes and cuts, as the platform's LoadStringW answers.
 TEST(PluginHost, EdgeLengthStrings) {
-    PluginLibrary plugin(PrepareFolder(L"plugin_edge_strings", L"kx_test_strings.dll") + L"KxComResPlgin.dll");
+    const std::wstring dir = ExeDir() + L"plugin_edge_strings\\";
+    CreateDirectoryW(dir.c_str(), nullptr);
+    CopyFileW((ExeDir() + L"KxComResPlgin.dll").c_str(), (dir + L"KxComResPlgin.dll").c_str(), FALSE);
+    CopyFileW((ExeDir() + L"kx_test_strings.dll").c_str(), (dir + L"ComRcRes.dll").c_str(), FALSE);
+    PluginLibrary plugin(dir + L"KxComResPlgin.dll");
     IKxCommonResource* resource = nullptr;
     ASSERT_EQ(S_OK, plugin.Create(&resource));
     IMalloc* malloc = nullptr;
     ASSERT_EQ(S_OK, CoGetMalloc(1, &malloc));
-    const std::pair<int, SIZE_T> cases[] = {{510, 1024}, {511, 2048}, {1023, 3072}};
+    const std::pair<int, SIZE_T> cases[] = {{510, 1024}, {511, 2048}, {1023, 3072}};  // length, block bytes
     for (const auto& c : cases) {
         const int n = c.first;
-        const std::wstring expected = EdgeString(n);
+        std::wstring expected;
+        for (int i = 0; i < n; ++i) expected += static_cast<wchar_t>(L'0' + i % 10);
         LPWSTR text = nullptr;
         ASSERT_EQ(S_OK, resource->GetResourceString(static_cast<UINT>(n), &text)) << n;
         EXPECT_EQ(expected, std::wstring(text)) << n;
         EXPECT_EQ(c.second, malloc->GetSize(text)) << n;
         CoTaskMemFree(text);
 
-        INT needed = 0;
-        EXPECT_EQ(S_OK, resource->LoadResourceString(static_cast<UINT>(n), nullptr, 0, &needed));
-        EXPECT_EQ(n + 1, needed);
         std::wstring buffer(static_cast<size_t>(n) + 8, L'#');
-        EXPECT_EQ(S_OK, resource->LoadResourceString(static_cast<UINT>(n), &buffer[0], n + 1, &needed));
-        EXPECT_EQ(expected, std::wstring(buffer.c_str()));
-        buffer.assign(static_cast<size_t>(n) + 8, L'#');
-        needed = 0;
-        EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INSUFFICIENT_BUFFER),
+        INT needed = 0;
+        EXPECT_EQ(static_cast<HRESULT>(0x8007007Au),
                   resource->LoadResourceString(static_cast<UINT>(n), &buffer[0], n, &needed));
-        EXPECT_EQ(expected.substr(0, static_cast<size_t>(n) - 1), std::wstring(buffer.c_str()));
-        EXPECT_EQ(L'#', buffer[static_cast<size_t>(n)]);
+        buffer.resize(static_cast<size_t>(n) + 1);
+        EXPECT_EQ(expected.substr(0, static_cast<size_t>(n) - 1) + L'\0' + L'#', buffer);
         EXPECT_EQ(n + 1, needed);
     }
     malloc->Release();
     EXPECT_EQ(0u, resource->Release());
-    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
 }
 
 }  // namespace

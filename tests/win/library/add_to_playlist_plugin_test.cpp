@@ -4,15 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstdio>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "host/library/in_memory_library.h"
-#include "library/pidl.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
@@ -20,57 +17,46 @@
 namespace kxtest {
 namespace {
 
-using kxhost::ItemId;
 using kxhost::ItemKind;
 using kxhost::Op;
 
 const int kLabel = 1037, kCombo = 1038, kOk = 1039, kCancel = 1052, kHeading = 1055;
-const HRESULT kCancelled = HRESULT_FROM_WIN32(ERROR_CANCELLED);
-
 // What a host passes for outputs it wants to see untouched.
 KxPidl const kUntouchedPidl = reinterpret_cast<KxPidl>(static_cast<INT_PTR>(0x5A5A));
 LPWSTR const kUntouchedName = reinterpret_cast<LPWSTR>(static_cast<INT_PTR>(0xA5A5));
 
-std::vector<std::wstring> ComboLines(HWND dlg) {
-    std::vector<std::wstring> lines;
-    HWND combo = GetDlgItem(dlg, kCombo);
-    int n = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < n; ++i) {
+std::string Narrow(const std::wstring& s) { return std::string(s.begin(), s.end()); }
+
+// The lines of the combo's list, comma-separated.
+std::string Lines(HWND dlg) {
+    std::string lines;
+    for (int i = 0; i < static_cast<int>(SendDlgItemMessageW(dlg, kCombo, CB_GETCOUNT, 0, 0)); ++i) {
         wchar_t b[256] = {};
-        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(b));
-        lines.push_back(b);
+        SendDlgItemMessageW(dlg, kCombo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(b));
+        lines += (i ? "," : "") + Narrow(b);
     }
     return lines;
 }
 
 // The user selects the whole text of the combo's edit part (as a click into it and Ctrl+A would).
-DialogDriver& SelectAllText(DialogDriver& d) {
-    return d.Do([](HWND dlg) {
-        HWND combo = GetDlgItem(dlg, kCombo);
-        SetFocus(combo);
-        SendMessageW(combo, CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
-    });
+void SelectAllText(HWND dlg) {
+    SetFocus(GetDlgItem(dlg, kCombo));
+    SendDlgItemMessageW(dlg, kCombo, CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
 }
 
 class AddToPlaylistThroughPlugin : public ::testing::Test {
 protected:
     void SetUp() override {
         WatchTaskMemory();
-        lib = kxhost::InMemoryLibrary::Create();
-        for (const wchar_t* name : {L"road", L"Evening", L"evening", L"Zebra", L"apple"})
-            playlists[name] = lib->AddContainer(ItemKind::Playlist, name);
-        holidays = lib->AddContainer(ItemKind::Slideshow, L"Holidays");
+        for (LPCWSTR name : {L"road", L"Evening", L"evening", L"Zebra", L"apple"})
+            lib->AddContainer(ItemKind::Playlist, name);
+        lib->AddContainer(ItemKind::Slideshow, L"Holidays");
         ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
+        ASSERT_EQ(S_OK, empty->GetRootFolder(&emptyRoot));
         ASSERT_EQ(S_OK, plugin.Create(&resource));
         // a first dialog pays for what the process keeps once (classes, the dialog manager, fonts,
         // what the system caches when a drop-down list first opens)
-        {
-            DialogDriver warmup;
-            warmup.Focus(kCombo).Press(VK_F4).Press(VK_F4).Click(kCancel);
-            KxPidl pidl = nullptr;
-            LPWSTR name = nullptr;
-            resource->ShowAddToPlaylistDialog(nullptr, root, nullptr, &pidl, &name);
-        }
+        Run([](DialogDriver& d) { d.Focus(kCombo).Press(VK_F4).Press(VK_F4).Click(kCancel); }, nullptr);
         before = CountResources();
     }
     void TearDown() override {
@@ -80,249 +66,138 @@ protected:
         EXPECT_EQ(before.userObjects, after.userObjects) << "USER objects left behind";
         EXPECT_EQ(before.taskMemBlocks, after.taskMemBlocks) << "CoTaskMem blocks left behind";
         if (resource) resource->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
+        for (IKxContentFolder* folder : {root, emptyRoot})
+            if (folder) folder->Release();
+        EXPECT_EQ(0, lib->OutstandingReferences() + empty->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
-    HRESULT ShowPlaylists(DialogDriver& driver, LPCWSTR initial, KxPidl* pidl, LPWSTR* name) {
-        HRESULT hr = resource->ShowAddToPlaylistDialog(nullptr, root, initial, pidl, name);
+    // Shows a dialog under a script and tells what the host got: the code, the target's name and
+    // the new name ("-" for null, "untouched" for an output left as it was). Every block handed
+    // over is freed.
+    std::string Run(const std::function<void(DialogDriver&)>& script, LPCWSTR initial, bool slideshow = false,
+                    IKxContentFolder* folder = nullptr) {
+        DialogDriver driver;
+        script(driver);
+        KxPidl pidl = kUntouchedPidl;
+        LPWSTR name = kUntouchedName;
+        folder = folder ? folder : root;
+        const HRESULT hr = slideshow ? resource->ShowAddToSlideshowDialog(nullptr, folder, initial, &pidl, &name)
+                                     : resource->ShowAddToPlaylistDialog(nullptr, folder, initial, &pidl, &name);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
         EXPECT_EQ(driver.stepCount(), driver.stepsDone());
-        return hr;
+        char code[12];
+        std::snprintf(code, sizeof code, "%08X ", static_cast<unsigned>(hr));
+        std::string got = code;
+        got += pidl == kUntouchedPidl ? "untouched" : pidl ? Narrow(lib->NameOf(lib->ItemOf(pidl))) : "-";
+        got += name == kUntouchedName ? " untouched" : name ? " '" + Narrow(name) + "'" : " -";
+        if (pidl != kUntouchedPidl) CoTaskMemFree(pidl);
+        if (name != kUntouchedName) CoTaskMemFree(name);
+        return got;
     }
-    ItemId ItemOf(KxPidl pidl) const { return lib->ItemOf(pidl); }
+    // A script step that notes the list and what the OK button, the selection and the text show.
+    DialogDriver::Step Snap() {
+        return [this](HWND dlg) {
+            const auto selection = SendDlgItemMessageW(dlg, kCombo, CB_GETCURSEL, 0, 0);
+            shown += (shown.empty() ? "" : " / ") + Narrow(ItemText(dlg, kOk)) + (ItemEnabled(dlg, kOk) ? "" : "(off)");
+            shown += " #" + std::to_string(selection) + " '" + Narrow(ItemText(dlg, kCombo)) + "'";
+            lines = Lines(dlg);
+            texts = Narrow(ItemText(dlg, kHeading)) + "|" + Narrow(ItemText(dlg, kLabel));
+        };
+    }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib;
-    std::map<std::wstring, ItemId> playlists;
-    ItemId holidays = 0;
+    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
+    std::shared_ptr<kxhost::InMemoryLibrary> empty = kxhost::InMemoryLibrary::Create();
     IKxContentFolder* root = nullptr;
+    IKxContentFolder* emptyRoot = nullptr;
     PluginLibrary plugin;
     IKxCommonResource* resource = nullptr;
     ResourceCounts before{};
+    std::string shown, lines, texts;  // what Snap saw
 };
 
-TEST_F(AddToPlaylistThroughPlugin, ListsTargetsByCodeUnitAndHandsBackThePickedOne) {
-    DialogDriver driver;
-    std::vector<std::wstring> lines;
-    std::wstring okBefore, okAfter, heading, label;
-    driver.Inspect([&](HWND dlg) {
-        lines = ComboLines(dlg);
-        okBefore = ItemText(dlg, kOk);
-        heading = ItemText(dlg, kHeading);
-        label = ItemText(dlg, kLabel);
-    });
-    driver.Focus(kCombo).Press(VK_DOWN).Press(VK_DOWN);  // from the first line to the third
-    driver.Inspect([&](HWND dlg) { okAfter = ItemText(dlg, kOk); }).Click(kOk);
-    KxPidl pidl = nullptr;
-    LPWSTR name = nullptr;
-    ASSERT_EQ(S_OK, ShowPlaylists(driver, nullptr, &pidl, &name));
-    // every upper-case Latin letter before every lower-case one
-    EXPECT_EQ((std::vector<std::wstring>{L"Evening", L"Zebra", L"apple", L"evening", L"road"}), lines);
-    EXPECT_EQ(L"OK", okBefore);
-    EXPECT_EQ(L"OK", okAfter);
-    EXPECT_FALSE(heading.empty());
-    EXPECT_FALSE(label.empty());
-    EXPECT_EQ(nullptr, name);
-    ASSERT_NE(nullptr, pidl);
-    EXPECT_EQ(playlists[L"apple"], ItemOf(pidl));
-    CoTaskMemFree(pidl);  // the host owns it now
-}
-
-TEST_F(AddToPlaylistThroughPlugin, TypedNewNameComesBackAsANameOnly) {
-    DialogDriver driver;
-    std::wstring okText;
-    SelectAllText(driver).Type(kCombo, L"Road trip");
-    driver.Inspect([&](HWND dlg) { okText = ItemText(dlg, kOk); }).Press(VK_RETURN);
-    KxPidl pidl = nullptr;
-    LPWSTR name = nullptr;
-    ASSERT_EQ(S_OK, ShowPlaylists(driver, nullptr, &pidl, &name));
-    EXPECT_EQ(L"Create", okText);
-    EXPECT_EQ(nullptr, pidl);
-    ASSERT_NE(nullptr, name);
-    EXPECT_STREQ(L"Road trip", name);
-    CoTaskMemFree(name);
-}
-
-TEST_F(AddToPlaylistThroughPlugin, TypingAnExistingNameExactlyChoosesThatTarget) {
-    DialogDriver driver;
-    std::wstring okText;
-    int selection = 0;
-    SelectAllText(driver).Type(kCombo, L"evening");
-    driver.Inspect([&](HWND dlg) {
-        okText = ItemText(dlg, kOk);
-        selection = static_cast<int>(SendDlgItemMessageW(dlg, kCombo, CB_GETCURSEL, 0, 0));
-    });
-    driver.Click(kOk);
-    KxPidl pidl = nullptr;
-    LPWSTR name = nullptr;
-    ASSERT_EQ(S_OK, ShowPlaylists(driver, nullptr, &pidl, &name));
-    EXPECT_EQ(L"OK", okText);
-    EXPECT_EQ(CB_ERR, selection);  // chosen by its text, not by the list
-    EXPECT_EQ(nullptr, name);
-    EXPECT_EQ(playlists[L"evening"], ItemOf(pidl));
-    CoTaskMemFree(pidl);
-}
-
-TEST_F(AddToPlaylistThroughPlugin, InitialNamesMatchExactlyOrAreNew) {
-    {
-        DialogDriver driver;
-        int selection = -1;
-        driver.Inspect([&](HWND dlg) {
-            selection = static_cast<int>(SendDlgItemMessageW(dlg, kCombo, CB_GETCURSEL, 0, 0));
-        });
-        driver.Click(kOk);
-        KxPidl pidl = nullptr;
-        LPWSTR name = nullptr;
-        ASSERT_EQ(S_OK, ShowPlaylists(driver, L"Zebra", &pidl, &name));
-        EXPECT_EQ(1, selection);
-        EXPECT_EQ(playlists[L"Zebra"], ItemOf(pidl));
-        EXPECT_EQ(nullptr, name);
-        CoTaskMemFree(pidl);
-    }
-    {
-        DialogDriver driver;
-        std::wstring text, okText;
-        driver.Inspect([&](HWND dlg) {
-            text = ItemText(dlg, kCombo);
-            okText = ItemText(dlg, kOk);
-        });
-        driver.Click(kOk);
-        KxPidl pidl = nullptr;
-        LPWSTR name = nullptr;
-        ASSERT_EQ(S_OK, ShowPlaylists(driver, L"ZEBRA", &pidl, &name));
-        EXPECT_EQ(L"ZEBRA", text);
-        EXPECT_EQ(L"Create", okText);
-        EXPECT_EQ(nullptr, pidl);
-        ASSERT_NE(nullptr, name);
-        EXPECT_STREQ(L"ZEBRA", name);
-        CoTaskMemFree(name);
-    }
-}
-
-TEST_F(AddToPlaylistThroughPlugin, EmptyTextDisablesOkAndPickingEnablesItAgain) {
-    DialogDriver driver;
-    bool enabledEmpty = true, enabledWhileOpen = true, enabledPicked = false;
-    std::wstring okWhileOpen, okPicked;
-    SelectAllText(driver).Press(VK_DELETE);
-    driver.Inspect([&](HWND dlg) { enabledEmpty = ItemEnabled(dlg, kOk); });
-    driver.Click(kOk);  // a disabled button takes no click: the dialog stays
-    // a pick from the list changes the button's text at once, and enables it when the list closes
-    driver.Press(VK_F4).Press(VK_DOWN);
-    driver.Inspect([&](HWND dlg) { okWhileOpen = ItemText(dlg, kOk), enabledWhileOpen = ItemEnabled(dlg, kOk); });
-    driver.Press(VK_F4);
-    driver.Inspect([&](HWND dlg) {
-        enabledPicked = ItemEnabled(dlg, kOk);
-        okPicked = ItemText(dlg, kOk);
-    });
-    driver.Click(kOk);
-    KxPidl pidl = nullptr;
-    LPWSTR name = nullptr;
-    ASSERT_EQ(S_OK, ShowPlaylists(driver, nullptr, &pidl, &name));
-    EXPECT_FALSE(enabledEmpty);
-    EXPECT_EQ(L"OK", okWhileOpen);
-    EXPECT_FALSE(enabledWhileOpen);
-    EXPECT_TRUE(enabledPicked);
-    EXPECT_EQ(L"OK", okPicked);
-    EXPECT_NE(nullptr, pidl);
-    EXPECT_EQ(nullptr, name);
-    CoTaskMemFree(pidl);
-}
-
-TEST_F(AddToPlaylistThroughPlugin, CancelEscapeAndCloseTouchNoOutput) {
-    const std::vector<std::function<void(DialogDriver&)>> ways = {
-        [](DialogDriver& d) { d.Click(kCancel); },
-        [](DialogDriver& d) { d.Focus(kCombo).Press(VK_ESCAPE); },
-        [](DialogDriver& d) { d.Close(); },
+TEST_F(AddToPlaylistThroughPlugin, WhatTheUserDoesDecidesWhatTheHostGets) {
+    typedef std::function<void(DialogDriver&)> Script;
+    struct Row {
+        const char* what;
+        LPCWSTR initial;
+        bool noTargets;  // an empty library, in slideshow mode
+        Script script;
+        const char* shown;  // what each Snap saw
+        const char* got;
     };
-    for (size_t i = 0; i < ways.size(); ++i) {
-        SCOPED_TRACE(i);
-        DialogDriver driver;
-        ways[i](driver);
-        KxPidl pidl = kUntouchedPidl;
-        LPWSTR name = kUntouchedName;
-        EXPECT_EQ(kCancelled, ShowPlaylists(driver, L"Something", &pidl, &name));
-        EXPECT_EQ(kUntouchedPidl, pidl);
-        EXPECT_EQ(kUntouchedName, name);
+    const Row rows[] = {
+        {"pick an existing target", nullptr, false,
+         [&](DialogDriver& d) {
+             d.Inspect(Snap()).Focus(kCombo).Press(VK_DOWN).Press(VK_DOWN).Inspect(Snap()).Click(kOk);
+         },
+         "OK #0 'Evening' / OK #2 'apple'", "00000000 apple -"},
+        {"type a new name", nullptr, false,
+         [&](DialogDriver& d) { d.Do(SelectAllText).Type(kCombo, L"Road trip").Inspect(Snap()).Press(VK_RETURN); },
+         "Create #-1 'Road trip'", "00000000 - 'Road trip'"},
+        {"type an existing name exactly", nullptr, false,
+         [&](DialogDriver& d) { d.Do(SelectAllText).Type(kCombo, L"evening").Inspect(Snap()).Click(kOk); },
+         "OK #-1 'evening'", "00000000 evening -"},
+        {"initial name of a target", L"Zebra", false, [&](DialogDriver& d) { d.Inspect(Snap()).Click(kOk); },
+         "OK #1 'Zebra'", "00000000 Zebra -"},
+        {"initial name differing in case", L"ZEBRA", false, [&](DialogDriver& d) { d.Inspect(Snap()).Click(kOk); },
+         "Create #-1 'ZEBRA'", "00000000 - 'ZEBRA'"},
+        // a disabled OK takes no click; a pick from the list changes its text at once and enables
+        // it when the list closes
+        {"empty text", nullptr, false,
+         [&](DialogDriver& d) {
+             d.Do(SelectAllText).Press(VK_DELETE).Inspect(Snap()).Click(kOk);
+             d.Press(VK_F4).Press(VK_DOWN).Inspect(Snap()).Press(VK_F4).Inspect(Snap()).Click(kOk);
+         },
+         "OK(off) #-1 '' / OK(off) #0 'Evening' / OK #0 'Evening'", "00000000 Evening -"},
+        {"no targets and no initial name", nullptr, true,
+         [&](DialogDriver& d) { d.Inspect(Snap()).Type(kCombo, L"First").Click(kOk); }, "Create(off) #-1 ''",
+         "00000000 - 'First'"},
+        {"Cancel", L"Something", false, [](DialogDriver& d) { d.Click(kCancel); }, "", "800704C7 untouched untouched"},
+        {"Escape", L"Something", false, [](DialogDriver& d) { d.Focus(kCombo).Press(VK_ESCAPE); }, "",
+         "800704C7 untouched untouched"},
+        {"closed", L"Something", false, [](DialogDriver& d) { d.Close(); }, "", "800704C7 untouched untouched"},
+    };
+    for (const Row& row : rows) {
+        shown.clear(), lines.clear();
+        const std::string got = Run(row.script, row.initial, row.noTargets, row.noTargets ? emptyRoot : nullptr);
+        EXPECT_EQ(row.got, got) << row.what;
+        EXPECT_EQ(row.shown, shown) << row.what;
+        // the targets by code unit: every upper-case Latin letter before every lower-case one
+        EXPECT_EQ(*row.shown && !row.noTargets ? "Evening,Zebra,apple,evening,road" : "", lines) << row.what;
     }
-}
-
-TEST_F(AddToPlaylistThroughPlugin, NoTargetsAndNoInitialNameWaitsForANewName) {
-    auto empty = kxhost::InMemoryLibrary::Create();
-    IKxContentFolder* emptyRoot = nullptr;
-    ASSERT_EQ(S_OK, empty->GetRootFolder(&emptyRoot));
-    DialogDriver driver;
-    size_t count = 99;
-    bool enabled = true;
-    std::wstring text = L"?", okText;
-    driver.Inspect([&](HWND dlg) {
-        count = ComboLines(dlg).size();
-        enabled = ItemEnabled(dlg, kOk);
-        text = ItemText(dlg, kCombo);
-        okText = ItemText(dlg, kOk);
-    });
-    driver.Type(kCombo, L"First").Click(kOk);
-    KxPidl pidl = nullptr;
-    LPWSTR name = nullptr;
-    EXPECT_EQ(S_OK, resource->ShowAddToSlideshowDialog(nullptr, emptyRoot, nullptr, &pidl, &name));
-    EXPECT_EQ(0u, count);
-    EXPECT_FALSE(enabled);
-    EXPECT_EQ(L"", text);
-    EXPECT_EQ(L"Create", okText);
-    EXPECT_EQ(nullptr, pidl);
-    ASSERT_NE(nullptr, name);
-    EXPECT_STREQ(L"First", name);
-    CoTaskMemFree(name);
-    emptyRoot->Release();
-    EXPECT_EQ(0, empty->OutstandingReferences());
 }
 
 TEST_F(AddToPlaylistThroughPlugin, UnreachableFoldersEndTheDialogWithEPointer) {
-    // the interface refuses a null folder before any dialog
     KxPidl pidl = kUntouchedPidl;
     LPWSTR name = kUntouchedName;
+    // the interface refuses a null folder before any dialog
     EXPECT_EQ(E_INVALIDARG, resource->ShowAddToPlaylistDialog(nullptr, nullptr, nullptr, &pidl, &name));
+    EXPECT_TRUE(pidl == kUntouchedPidl && name == kUntouchedName);
     // a walk that fails closes the dialog by itself, whatever the host said
     for (Op op : {Op::QueryContentRoot, Op::ParseName, Op::BindToFolder, Op::EnumItems}) {
-        SCOPED_TRACE(static_cast<int>(op));
         lib->FailOperation(op, E_ACCESSDENIED);
-        DialogDriver driver;
-        EXPECT_EQ(E_POINTER, resource->ShowAddToPlaylistDialog(nullptr, root, L"New", &pidl, &name));
-        EXPECT_FALSE(driver.timedOut());
+        EXPECT_EQ("80004003 untouched untouched", Run([](DialogDriver&) {}, L"New")) << static_cast<int>(op);
         lib->ResetFailures();
     }
-    EXPECT_EQ(kUntouchedPidl, pidl);
-    EXPECT_EQ(kUntouchedName, name);
 }
 
 TEST_F(AddToPlaylistThroughPlugin, SlideshowModeHasItsOwnTextsTargetsAndPicture) {
-    std::wstring heading[2], label[2];
-    std::vector<std::wstring> lines;
-    std::vector<std::string> pictures[2];
-    for (int mode = 0; mode < 2; ++mode) {
+    std::string heading[2], label[2], pictures[2];
+    for (int slideshow = 0; slideshow < 2; ++slideshow) {
         SkinRecorder skin;
-        DialogDriver driver;
-        driver.Inspect([&](HWND dlg) {
-            heading[mode] = ItemText(dlg, kHeading);
-            label[mode] = ItemText(dlg, kLabel);
-            if (mode == 0) lines = ComboLines(dlg);
-        });
-        driver.Click(kCancel);
-        KxPidl pidl = nullptr;
-        LPWSTR name = nullptr;
-        HRESULT hr = mode == 0 ? resource->ShowAddToSlideshowDialog(nullptr, root, nullptr, &pidl, &name)
-                               : resource->ShowAddToPlaylistDialog(nullptr, root, nullptr, &pidl, &name);
-        EXPECT_EQ(kCancelled, hr);
-        pictures[mode] = skin.LinesStartingWith("static id=1054");
+        Run([&](DialogDriver& d) { d.Inspect(Snap()).Click(kCancel); }, nullptr, slideshow == 1);
+        EXPECT_EQ(slideshow ? "Holidays" : "Evening,Zebra,apple,evening,road", lines);
+        heading[slideshow] = texts.substr(0, texts.find('|'));
+        label[slideshow] = texts.substr(texts.find('|') + 1);
+        for (const std::string& line : skin.LinesStartingWith("static id=1054")) pictures[slideshow] += line;
         const auto attach = skin.LinesStartingWith("call op=0x1000");
         ASSERT_EQ(1u, attach.size());
         EXPECT_NE(std::string::npos, attach[0].find("IDD_DIALOG_ADDTOPLAYLIST.ini"));
     }
-    EXPECT_EQ(std::vector<std::wstring>{L"Holidays"}, lines);
-    EXPECT_NE(heading[0], heading[1]);
-    EXPECT_NE(label[0], label[1]);
-    ASSERT_EQ(1u, pictures[0].size());
-    EXPECT_NE(std::string::npos, pictures[0][0].find("picture=Add New Slideshow.png"));
-    EXPECT_TRUE(pictures[1].empty());
+    EXPECT_FALSE(heading[0].empty() || label[0].empty());
+    EXPECT_TRUE(heading[0] != heading[1] && label[0] != label[1]);
+    EXPECT_EQ("", pictures[0]);
+    EXPECT_NE(std::string::npos, pictures[1].find("picture=Add New Slideshow.png"));
 }
 
 }  // namespace

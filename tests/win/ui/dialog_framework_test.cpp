@@ -5,13 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/framework_module.h"
-#include "ui/activation_context.h"
 #include "ui/controls.h"
 #include "ui/dialog.h"
 #include "ui/module_state.h"
@@ -19,19 +17,19 @@
 namespace {
 
 using kxtest::DialogDriver;
+using Events = std::vector<std::string>;
 
-// Template 6005 has buttons 1034 and 1035 (bottom, anchored by its layout) and texts 1070, 1046.
+// Template 6005 has the buttons 1034 and 1035 and the texts 1070 and 1046.
 class CProbeDialog : public CDialog {
 public:
     explicit CProbeDialog(UINT id = 6005, CWnd* parent = nullptr) : CDialog(id, parent) {}
 
-    std::vector<std::string> events;
-    std::vector<UINT> preTranslated;
+    Events events;
     CButton m_first;
     CWnd* m_selfDuringInit = nullptr;
 
     BOOL PreTranslateMessage(MSG* msg) override {
-        if (msg->message == WM_KEYDOWN || msg->message == WM_CHAR) preTranslated.push_back(msg->message);
+        if (msg->message == WM_KEYDOWN) events.push_back("pretranslate");
         return CDialog::PreTranslateMessage(msg);
     }
 
@@ -48,16 +46,17 @@ protected:
         CDialog::OnShowWindow(show, status);
     }
     BOOL OnCommand(WPARAM wp, LPARAM lp) override {
-        if (LOWORD(wp) == 1034 && HIWORD(wp) == BN_CLICKED) {
-            events.push_back("first");
-            EndDialog(1034);
-            return TRUE;
-        }
-        return CDialog::OnCommand(wp, lp);
+        if (LOWORD(wp) != 1034 || HIWORD(wp) != BN_CLICKED) return CDialog::OnCommand(wp, lp);
+        events.push_back("first");
+        EndDialog(1034);
+        return TRUE;
     }
-    void OnOK() override {
-        events.push_back("ok");
-        CDialog::OnOK();
+    BOOL OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) override {
+        // the buttons' own custom-draw notifications go on to the default handling
+        if (reinterpret_cast<NMHDR*>(lp)->code != static_cast<UINT>(NM_CLICK)) return CDialog::OnNotify(wp, lp, result);
+        events.push_back("notify " + std::to_string(wp));
+        *result = 77;
+        return TRUE;
     }
     void OnCancel() override {
         events.push_back("cancel");
@@ -80,119 +79,67 @@ TEST_F(DialogFramework, ADialogWithoutItsTemplateIsNotCreatedAndDoModalSaysMinus
     EXPECT_EQ(before.windows, kxtest::CountResources().windows);
 }
 
-TEST_F(DialogFramework, RunsInitShowAndEndsByEscapeThroughPreTranslateMessage) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    HWND seen = nullptr;
-    driver.Inspect([&](HWND h) {
-              seen = h;
-              EXPECT_EQ(&dlg, CWnd::FromHandlePermanent(h));
-              EXPECT_EQ(h, dlg.m_first.GetParent()->m_hWnd);
-          })
-        .Press(VK_ESCAPE);
-    EXPECT_EQ(IDCANCEL, dlg.DoModal());
-    EXPECT_EQ(driver.dialog(), seen);
-    EXPECT_FALSE(driver.timedOut());
-    EXPECT_EQ((std::vector<std::string>{"init", "show", "cancel", "destroy"}), dlg.events);
-    ASSERT_FALSE(dlg.preTranslated.empty());
-    EXPECT_EQ(static_cast<UINT>(WM_KEYDOWN), dlg.preTranslated.front());
-    EXPECT_EQ(&dlg, dlg.m_selfDuringInit) << "FromHandle gives the permanent object";
-    EXPECT_EQ(nullptr, dlg.m_hWnd);
-    EXPECT_FALSE(IsWindow(seen));
-}
-
-TEST_F(DialogFramework, ControlsBoundByDataExchangeAreReleasedWithTheirWindows) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    HWND button = nullptr;
-    driver.Inspect([&](HWND h) {
-              button = GetDlgItem(h, 1034);
-              EXPECT_EQ(button, dlg.m_first.m_hWnd);
-              EXPECT_EQ(&dlg.m_first, CWnd::FromHandlePermanent(button));
-          })
-        .Click(1034);
-    EXPECT_EQ(1034, dlg.DoModal());
-    EXPECT_EQ(nullptr, dlg.m_first.m_hWnd);
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(button));
-}
-
-TEST_F(DialogFramework, WmCloseCancelsAndTheOwnerIsDisabledOnlyWhileTheDialogRuns) {
-    HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(nullptr, owner);
-    CProbeDialog dlg(6005, CWnd::FromHandle(owner));
-    DialogDriver driver;
-    driver.Inspect([&](HWND h) {
-              EXPECT_FALSE(IsWindowEnabled(owner));
-              EXPECT_EQ(owner, GetWindow(h, GW_OWNER));
-          })
-        .Close();
-    EXPECT_EQ(IDCANCEL, dlg.DoModal());
-    EXPECT_TRUE(IsWindowEnabled(owner));
-    EXPECT_EQ((std::vector<std::string>{"init", "show", "cancel", "destroy"}), dlg.events);
-    DestroyWindow(owner);
-}
-
-TEST_F(DialogFramework, TypedCharactersPassThroughTheLoopIntoAnEdit) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    std::wstring typed;
-    driver.Do([](HWND h) {
-              CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 10, 100, 20, h,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(2000)), nullptr, nullptr);
-          })
-        .Type(2000, L"Road trip")
-        .Inspect([&](HWND h) { typed = kxtest::ItemText(h, 2000); })
-        .Close();
-    dlg.DoModal();
-    EXPECT_EQ(L"Road trip", typed);
-    EXPECT_EQ(9u, std::count(dlg.preTranslated.begin(), dlg.preTranslated.end(), static_cast<UINT>(WM_CHAR)));
-}
-
-TEST_F(DialogFramework, ReturnOnTheDefaultButtonReachesItsCommand) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    driver.Focus(1034).Press(VK_RETURN);
-    EXPECT_EQ(1034, dlg.DoModal());
-    EXPECT_EQ("first", dlg.events[2]);
-}
-
-TEST_F(DialogFramework, TheTemplateLayoutKeepsAnchoredControlsAtTheBottomWhenTheDialogGrows) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    RECT first0{}, first1{}, text0{}, text1{};
-    driver.Inspect([&](HWND h) {
-              first0 = kxtest::ItemRect(h, 1034);
-              text0 = kxtest::ItemRect(h, 1046);
-              RECT rc;
-              GetWindowRect(h, &rc);
-              MoveWindow(h, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top + 57, TRUE);
-          })
-        .Inspect([&](HWND h) {
-            first1 = kxtest::ItemRect(h, 1034);
-            text1 = kxtest::ItemRect(h, 1046);
-        })
-        .Close();
-    dlg.DoModal();
-    EXPECT_EQ(first0.top + 57, first1.top);
-    EXPECT_EQ(first0.left, first1.left);
-    EXPECT_EQ(first0.bottom - first0.top, first1.bottom - first1.top);
-    EXPECT_EQ(text0.top, text1.top) << "controls without layout stay";
-    EXPECT_EQ(text0.bottom, text1.bottom);
-}
-
-TEST_F(DialogFramework, DialogsRunWithTheModuleManifestForCommonControls6) {
-    CProbeDialog dlg;
-    DialogDriver driver;
-    bool idealSize = false;
-    driver.Inspect([&](HWND h) {
-              SIZE size = {0, 0};
-              // BCM_GETIDEALSIZE is answered by the version 6 button only
-              idealSize = SendMessageW(GetDlgItem(h, 1034), BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&size)) &&
-                          size.cx > 0;
-          })
-        .Close();
-    dlg.DoModal();
-    EXPECT_TRUE(idealSize);
+// Every way to end the dialog, with what the object and its bound control show meanwhile and after;
+// temporary window objects last until the outermost modal loop ends, then go with everything else.
+TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBeforeTheWindowGoes) {
+    enum Action { Click, Return, Escape, Notify, Close };
+    struct Case {
+        Action action;
+        INT_PTR result;
+        Events events;
+    } cases[] = {
+        {Click, 1034, {"init", "show", "first", "destroy"}},
+        {Return, 1034, {"init", "show", "pretranslate", "first", "destroy"}},
+        {Escape, IDCANCEL, {"init", "show", "pretranslate", "cancel", "destroy"}},
+        {Notify, IDCANCEL, {"init", "show", "notify 1035", "cancel", "destroy"}},
+        {Close, IDCANCEL, {"init", "show", "cancel", "destroy"}},
+    };
+    kxtest::ResourceCounts before{};
+    for (const Case& c : cases) {
+        if (&c == &cases[1]) before = kxtest::CountResources();  // the first run pays for what the process keeps
+        CWnd* temp = CWnd::FromHandle(GetDesktopWindow());
+        CProbeDialog dlg;
+        DialogDriver driver;
+        HWND seen = nullptr, button = nullptr;
+        bool commonControls6 = false;
+        LRESULT answer = 0;
+        driver.Inspect([&](HWND h) {
+            seen = h;
+            EXPECT_EQ(temp, CWnd::FromHandle(GetDesktopWindow())) << "one temporary object per window";
+            button = GetDlgItem(h, 1034);
+            EXPECT_EQ(&dlg, CWnd::FromHandlePermanent(h));
+            EXPECT_EQ(button, dlg.m_first.m_hWnd) << "bound by data exchange";
+            EXPECT_EQ(&dlg.m_first, CWnd::FromHandlePermanent(button));
+            // BCM_GETIDEALSIZE is answered by the version 6 button only: the module's manifest
+            SIZE size = {0, 0};
+            commonControls6 = SendMessageW(button, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&size)) && size.cx;
+        });
+        if (c.action == Click) driver.Click(1034);
+        if (c.action == Return) driver.Focus(1034).Press(VK_RETURN);
+        if (c.action == Escape) driver.Press(VK_ESCAPE);
+        if (c.action == Notify) {
+            driver.Do([&](HWND h) {
+                NMHDR hdr = {GetDlgItem(h, 1035), 1035, static_cast<UINT>(NM_CLICK)};
+                answer = SendMessageW(h, WM_NOTIFY, 1035, reinterpret_cast<LPARAM>(&hdr));
+            });
+        }
+        if (c.action == Notify || c.action == Close) driver.Close();
+        EXPECT_EQ(c.result, dlg.DoModal()) << c.action;
+        EXPECT_EQ(c.events, dlg.events) << c.action;
+        EXPECT_EQ(c.action == Notify ? 77 : 0, answer) << "the handler's result is the message's answer";
+        EXPECT_EQ(&dlg, dlg.m_selfDuringInit) << "FromHandle gives the permanent object";
+        EXPECT_TRUE(commonControls6);
+        EXPECT_FALSE(driver.timedOut());
+        EXPECT_FALSE(IsWindow(seen));
+        EXPECT_EQ(nullptr, dlg.m_hWnd);
+        EXPECT_EQ(nullptr, dlg.m_first.m_hWnd);
+        EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(button));
+        EXPECT_EQ(0u, CWnd::TemporaryObjectCount()) << "the temporary map was emptied";
+    }
+    kxtest::ResourceCounts after = kxtest::CountResources();
+    EXPECT_EQ(before.windows, after.windows);
+    EXPECT_EQ(before.gdiObjects, after.gdiObjects);
+    EXPECT_EQ(before.userObjects, after.userObjects);
 }
 
 TEST_F(DialogFramework, AQuitMessageEndsTheModalLoopAndIsPostedAgainForTheOuterLoop) {
@@ -203,44 +150,6 @@ TEST_F(DialogFramework, AQuitMessageEndsTheModalLoopAndIsPostedAgainForTheOuterL
     MSG msg;
     ASSERT_TRUE(PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_EQ(42u, msg.wParam);
-}
-
-TEST_F(DialogFramework, TemporaryWindowObjectsLastUntilTheOutermostModalLoopEnds) {
-    HWND desktop = GetDesktopWindow();
-    CWnd* temp = CWnd::FromHandle(desktop);
-    ASSERT_NE(nullptr, temp);
-    EXPECT_EQ(temp, CWnd::FromHandle(desktop)) << "one temporary object per window";
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(desktop));
-    CProbeDialog dlg;
-    DialogDriver driver;
-    CWnd* inside = nullptr;
-    driver.Do([&](HWND) { inside = CWnd::FromHandle(desktop); });
-    size_t during = 0;
-    driver.Do([&](HWND) { during = CWnd::TemporaryObjectCount(); }).Close();
-    dlg.DoModal();
-    EXPECT_EQ(temp, inside);
-    EXPECT_GE(during, 1u);
-    EXPECT_EQ(0u, CWnd::TemporaryObjectCount()) << "the temporary map was emptied";
-}
-
-TEST_F(DialogFramework, NothingIsLeftBehindByADialogRun) {
-    {
-        CProbeDialog warmup;
-        DialogDriver driver;
-        driver.Close();
-        warmup.DoModal();
-    }
-    kxtest::ResourceCounts before = kxtest::CountResources();
-    for (int i = 0; i < 3; ++i) {
-        CProbeDialog dlg;
-        DialogDriver driver;
-        driver.Click(1034);
-        dlg.DoModal();
-    }
-    kxtest::ResourceCounts after = kxtest::CountResources();
-    EXPECT_EQ(before.windows, after.windows);
-    EXPECT_EQ(before.gdiObjects, after.gdiObjects);
-    EXPECT_EQ(before.userObjects, after.userObjects);
 }
 
 }  // namespace
