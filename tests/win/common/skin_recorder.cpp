@@ -1,23 +1,26 @@
 #include "tests/win/common/skin_recorder.h"
 
 #include <cstdio>
+#include <string>
 
 #include "tests/win/common/plugin_loader.h"
 
 namespace kxtest {
 
-SkinRecorder::SkinRecorder() {
+SkinRecorder::SkinRecorder(DWORD_PTR refuse) {
     wchar_t dir[MAX_PATH] = {}, file[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, dir);
     GetTempFileNameW(dir, L"khk", 0, file);  // creates the file empty
     m_log = file;
     SetEnvironmentVariableW(L"KX_HOOK_LOG", m_log.c_str());
+    SetEnvironmentVariableA("KX_HOOK_REFUSE", refuse ? std::to_string(refuse).c_str() : nullptr);
     SetDllDirectoryW((ExeDir() + L"skin").c_str());
 }
 
 SkinRecorder::~SkinRecorder() {
     SetDllDirectoryW(nullptr);
     SetEnvironmentVariableW(L"KX_HOOK_LOG", nullptr);
+    SetEnvironmentVariableA("KX_HOOK_REFUSE", nullptr);
     DeleteFileW(m_log.c_str());
 }
 

@@ -12,7 +12,8 @@ namespace kxtest {
 
 class SkinRecorder {
 public:
-    SkinRecorder();
+    // `refuse`: one operation the library answers with 0 (0: none).
+    explicit SkinRecorder(DWORD_PTR refuse = 0);
     ~SkinRecorder();
     SkinRecorder(const SkinRecorder&) = delete;
     SkinRecorder& operator=(const SkinRecorder&) = delete;

@@ -178,5 +178,39 @@ TEST_F(MessageBoxThroughPlugin, EachBoxLoadsAttachesReleasesAndFreesTheSkinCallB
     EXPECT_EQ(twice, skin.Lines());
 }
 
+// A library that cannot open, or cannot attach, leaves the box working unskinned: the platform's
+// icon stands for the picture, a hook that was opened is still released and closed, and the
+// library is freed.
+TEST_F(MessageBoxThroughPlugin, ARefusedSkinLeavesTheBoxWorkingUnskinned) {
+    const struct {
+        DWORD_PTR refuse;
+        std::vector<std::string> calls;  // how each call line begins; the refused one ends so
+    } cases[] = {
+        {0x1, {"call op=0x1 hook=0x0 0x0 0x0 0x0 -> refused"}},
+        {0x1000,
+         {"call op=0x1 hook=0x0 0x0 0x0 0x0", "call op=0x1000 hook=0x4b01 window=#32770 ",
+          "call op=0x4 hook=0x4b01 0x0 0x0 0x0", "call op=0x2 hook=0x4b01 0x0 0x0 0x0"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "refused operation " << c.refuse);
+        SkinRecorder skin(c.refuse);
+        DialogDriver driver;
+        HICON icon = nullptr;
+        driver.Inspect([&](HWND dlg) { icon = IconOf(dlg); }).Click(kSecond);
+        EXPECT_EQ(IDNO, Show(kShort, L"Question", MB_YESNO | MB_ICONQUESTION));
+        EXPECT_NE(nullptr, icon);
+        const std::vector<std::string> calls = skin.LinesStartingWith("call");
+        ASSERT_EQ(c.calls.size(), calls.size());
+        for (size_t i = 0; i < calls.size(); ++i) {
+            EXPECT_EQ(0u, calls[i].rfind(c.calls[i], 0)) << calls[i];
+            const bool refused = calls[i].find(" -> refused") != std::string::npos;
+            EXPECT_EQ(calls[i].rfind("call op=" + (c.refuse == 1 ? std::string("0x1 ") : "0x1000 "), 0) == 0, refused);
+        }
+        EXPECT_TRUE(skin.LinesStartingWith("static").empty());
+        const std::vector<std::string> lines = skin.Lines();
+        EXPECT_EQ("free", lines.empty() ? "" : lines.back());
+    }
+}
+
 }  // namespace
 }  // namespace kxtest

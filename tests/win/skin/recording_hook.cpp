@@ -1,11 +1,13 @@
 // A recording stand-in for the skinning library HookWndU.DLL, for tests only (never shipped). It
 // answers CallHookWnd like the library and writes every call, with its words and the names they
 // point to, to the file named by the environment variable KX_HOOK_LOG, one line each; so does its
-// loading and unloading. While a dialog is attached, its controls are watched for
-// WM_HKSTATIC_FUNCTION.
+// loading and unloading. KX_HOOK_REFUSE names one operation (decimal or 0x hex) that answers 0, as
+// the library does when it cannot open or attach. While a dialog is attached, its controls are
+// watched for WM_HKSTATIC_FUNCTION.
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -40,6 +42,12 @@ void Log(const std::string& line) {
         std::fputs((line + "\n").c_str(), f);
         std::fclose(f);
     }
+}
+
+bool Refused(DWORD_PTR op) {
+    char value[32];
+    const DWORD n = GetEnvironmentVariableA("KX_HOOK_REFUSE", value, sizeof(value));
+    return n && n < sizeof(value) && std::strtoull(value, nullptr, 0) == op;
 }
 
 std::string ClassName(HWND hwnd) {
@@ -92,6 +100,10 @@ extern "C" DWORD_PTR WINAPI CallHookWnd(DWORD_PTR op, DWORD_PTR hook, DWORD_PTR 
                 reinterpret_cast<const char*>(fourth) + " path=" + Utf8(reinterpret_cast<const wchar_t*>(fifth));
     } else {
         line += " " + Hex(third) + " " + Hex(fourth) + " " + Hex(fifth);
+    }
+    if (Refused(op)) {
+        Log(line + " -> refused");
+        return 0;
     }
     Log(line);
     if (op == 1) return g_nextHook++;
