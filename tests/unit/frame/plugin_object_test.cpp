@@ -1,8 +1,10 @@
 // The class object, the plug-in object's life (creation, Init, aggregation, release), the
 // preconditions of the interface's operations and the registration walk, over a fake platform.
+#include "compat/winsys.h"
 #include "frame/class_table.h"
 #include "frame/module_instance.h"
 #include "frame/plugin_object.h"
+#include "frame/trace_log.h"
 #include "frame/vn_factory.h"
 
 #include "tests/unit/frame/fake_platform.h"
@@ -142,9 +144,26 @@ TEST_F(PluginFrame, RefusedClassObjectsAndInstancesLeaveNothingAlive) {
     EXPECT_EQ(0u, factory->Release());
 }
 
+std::vector<std::wstring> g_debugLines;
+
 TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibraryAndOleEndsOnlyWhenItStarted) {
+    // The object's life in the trace, message by message (lines are "<head>=<message>\r\n").
+    g_debugLines.clear();
+    g_bTraceDebugString = TRUE;
+    kxcompat::SetDebugOutputSink([](LPCWSTR line, void*) { g_debugLines.emplace_back(line); }, nullptr);
     IKxCommonResource* resource = nullptr;
     ASSERT_EQ(S_OK, Create((void**)&resource));
+    resource->AddRef();
+    resource->Release();
+    g_bTraceDebugString = FALSE;
+    kxcompat::SetDebugOutputSink(nullptr, nullptr);
+    std::vector<std::wstring> messages;
+    for (const std::wstring& line : g_debugLines) messages.push_back(line.substr(line.find(L'=') + 1));
+    EXPECT_EQ((std::vector<std::wstring>{L"S:KxComResPlginPluginObj::CreateInstance>>\r\n",
+                                         L"S:KxComResPlginPluginObj::Init>>\r\n",
+                                         L"S:KxComResPlginPluginObj::NondelegatingQueryInterface>>\r\n"}),
+              messages);
+
     auto* object = static_cast<Obj*>(resource);
     EXPECT_EQ(std::vector<std::wstring>{L"C:\\Plugins\\ComRcRes.dll"}, platform.loaded);
     EXPECT_EQ(std::vector<HMODULE>{FakePluginPlatform::Resources()}, platform.resourceHandles);
@@ -156,6 +175,7 @@ TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibraryAndOleEndsOnlyWhenItStart
     EXPECT_EQ(object->NondelegatingUnknown(), unknown);
     EXPECT_EQ(1u, resource->Release());
     EXPECT_EQ(0u, resource->Release());
+    EXPECT_EQ(L"S:KxComResPlginPluginObj::FinalRelease>>", std::wstring(g_szTraceMessage));
     EXPECT_EQ(1, platform.frees);
     EXPECT_EQ(1, platform.oleEnds);
 
