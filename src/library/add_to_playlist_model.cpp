@@ -5,6 +5,8 @@
 #include <cwchar>
 #include <vector>
 
+#include "library/interface_release.h"
+
 namespace {
 
 LPWSTR CopyString(LPCWSTR text) {
@@ -30,14 +32,6 @@ int CompareRecords(const void* a, const void* b) {
 int CompareKeyToRecord(const void* key, const void* element) {
     auto* record = *static_cast<__tagExistedItemsPidl* const*>(element);
     return CompareNames(static_cast<LPCWSTR>(key), record ? record->name : nullptr);
-}
-
-template <typename T>
-void ReleaseAndNull(T*& p) {
-    if (p) {
-        p->Release();
-        p = nullptr;
-    }
 }
 
 }  // namespace
@@ -129,10 +123,10 @@ HRESULT CAddToPlaylistModel::LoadExisting(int which) {
     }
 
     CoTaskMemFree(folderId);
-    ReleaseAndNull(items);
-    ReleaseAndNull(targets);
-    ReleaseAndNull(rootFolder);
-    ReleaseAndNull(root);
+    KxReleaseAndNull(items);
+    KxReleaseAndNull(targets);
+    KxReleaseAndNull(rootFolder);
+    KxReleaseAndNull(root);
     if (!ok) return m_hrResult = E_POINTER;
     return S_OK;
 }

@@ -3,17 +3,7 @@
 
 #include <cwchar>
 
-namespace {
-
-template <typename T>
-void ReleaseAndClear(T*& p) {
-    if (p) {
-        p->Release();
-        p = nullptr;
-    }
-}
-
-}  // namespace
+#include "library/interface_release.h"
 
 CEditTagModel::CEditTagModel(IKxContentSite* site, IKxContentFolder* folder, UINT itemCount,
                              const KxPcPidl* items)
@@ -89,7 +79,7 @@ HRESULT CEditTagModel::ConnectNamespace() {
         if (SUCCEEDED(m_librarySource->QueryInterface(IID_IKxContentFolder, &object)) && object) {
             m_library = static_cast<IKxContentFolder*>(object);
         } else {
-            ReleaseAndClear(m_librarySource);
+            KxReleaseAndNull(m_librarySource);
         }
     }
     return S_OK;
@@ -102,11 +92,11 @@ void CEditTagModel::ReleaseNamespace() {
 }
 
 void CEditTagModel::ReleaseInterfaces() {
-    ReleaseAndClear(m_librarySource);
-    ReleaseAndClear(m_library);
-    ReleaseAndClear(m_cursor);
-    ReleaseAndClear(m_view);
-    ReleaseAndClear(m_properties);
+    KxReleaseAndNull(m_librarySource);
+    KxReleaseAndNull(m_library);
+    KxReleaseAndNull(m_cursor);
+    KxReleaseAndNull(m_view);
+    KxReleaseAndNull(m_properties);
 }
 
 // A path text that does not fit m_itemPath is not cut: a shortened path would name another file,

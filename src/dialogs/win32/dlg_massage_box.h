@@ -7,13 +7,14 @@
 
 #include "dialogs/message_box_logic.h"
 #include "frame/hook_wnd.h"
+#include "frame/skin_files.h"
 #include "ui/controls.h"
 #include "ui/dialog.h"
 #include "ui/gdi_handles.h"
 
 class CDlgMassageBox : public CDialog {
 public:
-    enum { IDD = 6005 };
+    enum { IDD = KX_IDD_MESSAGEBOX };
 
     // A null text or caption leaves the member empty.
     CDlgMassageBox(LPCWSTR pszText, LPCWSTR pszCaption, UINT flags, CWnd* pParentWnd = nullptr);

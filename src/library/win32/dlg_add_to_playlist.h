@@ -5,13 +5,14 @@
 #include <string>
 
 #include "frame/hook_wnd.h"
+#include "frame/skin_files.h"
 #include "library/add_to_playlist_model.h"
 #include "ui/controls.h"
 #include "ui/dialog.h"
 
 class CDlgAddToPlaylist : public CDialog, private IAddToPlaylistControls {
 public:
-    enum { IDD = 6006 };
+    enum { IDD = KX_IDD_ADDTOPLAYLIST };
     enum : int {
         IDC_LABEL = 1037,
         IDC_TARGETS = 1038,
