@@ -5,7 +5,7 @@
 #include <cwchar>
 #include <vector>
 
-#include "library/interface_release.h"
+#include "base/interface_release.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <cwchar>
 
-#include "library/interface_release.h"
+#include "base/interface_release.h"
 
 CEditTagModel::CEditTagModel(IKxContentSite* site, IKxContentFolder* folder, UINT itemCount,
                              const KxPcPidl* items)

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "dialogs/message_box_logic.h"
-#include "frame/hook_wnd.h"
+#include "frame/skin_client.h"
 #include "frame/skin_files.h"
-#include "ui/controls.h"
+#include "ui/control_wrappers.h"
 #include "ui/dialog.h"
 #include "ui/gdi_handles.h"
 

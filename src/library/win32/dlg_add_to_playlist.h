@@ -4,10 +4,10 @@
 
 #include <string>
 
-#include "frame/hook_wnd.h"
+#include "frame/skin_client.h"
 #include "frame/skin_files.h"
 #include "library/add_to_playlist_model.h"
-#include "ui/controls.h"
+#include "ui/control_wrappers.h"
 #include "ui/dialog.h"
 
 class CDlgAddToPlaylist : public CDialog, private IAddToPlaylistControls {

@@ -1,4 +1,4 @@
-// The recording skinning library (tests/win/skin) made reachable for one test: its folder joins
+// The recording skinning library (tests/win/skin_double) made reachable for one test: its folder joins
 // the library search path and its log goes to a fresh temporary file. Without a SkinRecorder the
 // library is not found, as on a machine without the skin.
 #pragma once

@@ -10,7 +10,7 @@
 
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/framework_module.h"
-#include "ui/controls.h"
+#include "ui/control_wrappers.h"
 #include "ui/dialog.h"
 #include "ui/module_state.h"
 

@@ -1,4 +1,4 @@
-#include "frame/win32/vn_intrfu.h"
+#include "frame/win32/registration_client.h"
 
 #include <windows.h>
 

@@ -3,7 +3,7 @@
 
 #include "frame/class_table.h"
 #include "frame/module_instance.h"
-#include "frame/win32/vn_intrfu.h"
+#include "frame/win32/registration_client.h"
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID riid, LPVOID* ppv) {
     return VnGetClassObject(g_VnClassTable, g_cVnClassTableRows, clsid, riid, ppv);

@@ -1,8 +1,8 @@
-#include "frame/win32/plugin_app.h"
+#include "plugin/win32/plugin_app.h"
 
 #include "frame/module_instance.h"
 #include "frame/plugin_platform.h"
-#include "frame/win32/dialog_runner.h"
+#include "plugin/win32/dialog_runner.h"
 #include "frame/win32/win32_platform.h"
 #include "frame/win32/skin_messages.h"
 #include "ui/module_state.h"

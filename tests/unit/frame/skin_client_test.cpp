@@ -1,6 +1,6 @@
 // The skin hook's call protocol, checked call by call against a recording CallHookWnd in a fake
 // HookWndU.DLL: a dialog's attach and release, detaching, the failure paths and popups.
-#include "frame/hook_wnd.h"
+#include "frame/skin_client.h"
 
 #include <gtest/gtest.h>
 

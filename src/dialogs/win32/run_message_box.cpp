@@ -1,5 +1,5 @@
 #include "dialogs/win32/dlg_massage_box.h"
-#include "frame/win32/dialog_runner.h"
+#include "plugin/win32/dialog_runner.h"
 #include "ui/module_state.h"
 
 // Behind the interface's precondition (the resource library is loaded). The switch to the

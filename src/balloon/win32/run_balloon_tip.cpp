@@ -1,4 +1,4 @@
-#include "frame/win32/dialog_runner.h"
+#include "plugin/win32/dialog_runner.h"
 
 #include "ui/module_state.h"
 

@@ -1,4 +1,4 @@
-#include "frame/hook_wnd.h"
+#include "frame/skin_client.h"
 
 #include <cstring>
 

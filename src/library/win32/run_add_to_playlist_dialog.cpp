@@ -1,4 +1,4 @@
-#include "frame/win32/dialog_runner.h"
+#include "plugin/win32/dialog_runner.h"
 #include "library/win32/dlg_add_to_playlist.h"
 
 HRESULT CKxDialogRunner::ShowAddToPlaylistDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentFolder* pFolder,
