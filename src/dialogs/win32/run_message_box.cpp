@@ -1,11 +1,12 @@
+// ShowMessageBox of IKxCommonResource.
 #include "dialogs/win32/dlg_massage_box.h"
-#include "plugin/win32/dialog_runner.h"
+#include "dialogs/win32/operations.h"
 #include "ui/module_state.h"
 
 // Behind the interface's precondition (the resource library is loaded). The switch to the
 // module's state lasts until the dialog object is gone, its skin hook detached.
-HRESULT CKxDialogRunner::ShowMessageBox(KxComResPlginPluginObj& plugin, HWND hwndParent, LPCWSTR pszText,
-                                        LPCWSTR pszCaption, UINT flags) {
+HRESULT RunMessageBox(KxComResPlginPluginObj& plugin, HWND hwndParent, LPCWSTR pszText, LPCWSTR pszCaption,
+                      UINT flags) {
     CKxManageState state;
     if (!pszCaption) pszCaption = plugin.DefaultCaption();
     CDlgMassageBox dlg(pszText, pszCaption, flags, CWnd::FromHandle(hwndParent));

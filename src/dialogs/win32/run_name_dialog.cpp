@@ -1,8 +1,9 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowNameDialog of IKxCommonResource.
+#include "dialogs/win32/operations.h"
 
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowNameDialog(KxComResPlginPluginObj&, HWND, INT, INT, LPCWSTR, LPWSTR*) {
+HRESULT RunNameDialog(KxComResPlginPluginObj&, HWND, INT, INT, LPCWSTR, LPWSTR*) {
     CKxManageState state;
     // The name dialog is not built yet.
     return E_NOTIMPL;

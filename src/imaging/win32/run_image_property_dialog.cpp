@@ -1,9 +1,9 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowImagePropertyDialog of IKxCommonResource.
+#include "imaging/win32/operations.h"
 
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowImagePropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                                 KxPcPidl) {
+HRESULT RunImagePropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, KxPcPidl) {
     CKxManageState state;
     // The image properties dialog is not built yet.
     return E_NOTIMPL;

@@ -1,9 +1,9 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowVideoPropertyDialog of IKxCommonResource.
+#include "imaging/win32/operations.h"
 
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowVideoPropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                                 KxPcPidl) {
+HRESULT RunVideoPropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, KxPcPidl) {
     CKxManageState state;
     // The video properties dialog is not built yet.
     return E_NOTIMPL;

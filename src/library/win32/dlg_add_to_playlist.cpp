@@ -110,8 +110,8 @@ void CDlgAddToPlaylist::EnableOk(bool enable) {
     if (CWnd* ok = GetDlgItem(IDC_OK)) ok->EnableWindow(enable ? TRUE : FALSE);
 }
 
-HRESULT RunAddToPlaylistDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
-                               KxPidl* ppItem, LPWSTR* ppszNewName) {
+HRESULT RunAddToDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
+                       KxPidl* ppItem, LPWSTR* ppszNewName) {
     CKxManageState state;
     CDlgAddToPlaylist dlg(mode, pFolder, pszSuggestedName, CWnd::FromHandle(hwndParent));
     const INT_PTR result = dlg.DoModal();

@@ -54,7 +54,7 @@ private:
     void EnableOk(bool enable) override;
 };
 
-// ShowAddToPlaylistDialog (mode 1) and ShowAddToSlideshowDialog (mode 0) behind the interface's
+// The run of both add-to operations, mode 1 (playlists) or 0 (slideshows), behind the interface's
 // preconditions: runs the dialog and hands over either *ppItem or *ppszNewName.
-HRESULT RunAddToPlaylistDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
-                               KxPidl* ppItem, LPWSTR* ppszNewName);
+HRESULT RunAddToDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
+                       KxPidl* ppItem, LPWSTR* ppszNewName);

@@ -1,9 +1,10 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowAddMusicsDialog of IKxCommonResource.
+#include "library/win32/operations.h"
 
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowAddMusicsDialog(KxComResPlginPluginObj&, DWORD, IKxContentSite*, IKxContentFolder*, LPCWSTR,
-                                             IKxTrackList*, INT*, KxPidl**) {
+HRESULT RunAddMusicsDialog(KxComResPlginPluginObj&, DWORD, IKxContentSite*, IKxContentFolder*, LPCWSTR,
+                           IKxTrackList*, INT*, KxPidl**) {
     CKxManageState state;
     // The add-music dialog is not built yet.
     return E_NOTIMPL;

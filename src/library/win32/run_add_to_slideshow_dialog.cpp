@@ -1,9 +1,9 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowAddToSlideshowDialog of IKxCommonResource: the add-to dialog in mode 0.
 #include "library/win32/dlg_add_to_playlist.h"
+#include "library/win32/operations.h"
 
-HRESULT CKxDialogRunner::ShowAddToSlideshowDialog(KxComResPlginPluginObj&, HWND hwndParent,
-                                                  IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,
-                                                  KxPidl* ppItem, LPWSTR* ppszNewName) {
-    return RunAddToPlaylistDialog(CAddToPlaylistModel::ModeSlideshow, hwndParent, pFolder, pszSuggestedName,
-                                  ppItem, ppszNewName);
+HRESULT RunAddToSlideshowDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentFolder* pFolder,
+                                LPCWSTR pszSuggestedName, KxPidl* ppItem, LPWSTR* ppszNewName) {
+    return RunAddToDialog(CAddToPlaylistModel::ModeSlideshow, hwndParent, pFolder, pszSuggestedName, ppItem,
+                          ppszNewName);
 }

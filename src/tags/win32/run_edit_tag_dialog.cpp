@@ -1,9 +1,9 @@
-#include "plugin/win32/dialog_runner.h"
+// ShowEditTagDialog of IKxCommonResource.
+#include "tags/win32/operations.h"
 
 #include "ui/module_state.h"
 
-HRESULT CKxDialogRunner::ShowEditTagDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, UINT,
-                                           const KxPcPidl*) {
+HRESULT RunEditTagDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, UINT, const KxPcPidl*) {
     CKxManageState state;
     // The tag dialogs are not built yet.
     return E_NOTIMPL;

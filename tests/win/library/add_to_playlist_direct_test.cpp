@@ -15,7 +15,7 @@ TEST(AddToPlaylistDialog, WithoutAFolderItClosesAtOnceWithEPointer) {
     DialogDriver driver;  // no script: the dialog must close by itself
     KxPidl pidl = nullptr;
     LPWSTR name = nullptr;
-    EXPECT_EQ(E_POINTER, RunAddToPlaylistDialog(1, nullptr, nullptr, L"New", &pidl, &name));
+    EXPECT_EQ(E_POINTER, RunAddToDialog(1, nullptr, nullptr, L"New", &pidl, &name));
     EXPECT_FALSE(driver.timedOut());
     EXPECT_TRUE(pidl == nullptr && name == nullptr);
 }
