@@ -12,6 +12,8 @@
 #include "kx/IKxCommonResource.h"
 #include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
+#include "resources/dialogs/add_to_playlist_ids.h"
+#include "resources/dialogs/message_box_ids.h"
 
 namespace {
 
@@ -94,17 +96,18 @@ void ShowMessageBoxes(DemoContext& demo) {
         int button;  // clicked when headless
     } boxes[] = {
         {L"message-box-short.png", L"The playlist \"Road Trip\" was saved.", L"Playlist saved", MB_ICONASTERISK,
-         1034},
+         KX_IDC_MSGBOX_FIRST},
         {L"message-box-long.png",
          L"You changed the album, the artist and the genre of 214 tracks. The new values will be written to "
          L"the files of the tracks, and the library will show them at once. Tracks on read-only media keep "
          L"their old values. Do you want to save the changes now?",
-         L"Save the changes to 214 tracks before you go on to the next album?", MB_YESNO | MB_ICONQUESTION, 1034},
-        {nullptr, L"The picture could not be read.", L"Cannot open picture", MB_ICONHAND, 1034},
-        {nullptr, L"The disk is almost full.", nullptr, MB_ICONEXCLAMATION, 1033},
+         L"Save the changes to 214 tracks before you go on to the next album?", MB_YESNO | MB_ICONQUESTION,
+         KX_IDC_MSGBOX_FIRST},
+        {nullptr, L"The picture could not be read.", L"Cannot open picture", MB_ICONHAND, KX_IDC_MSGBOX_FIRST},
+        {nullptr, L"The disk is almost full.", nullptr, MB_ICONEXCLAMATION, KX_IDC_MSGBOX_CLOSE},
         {nullptr, L"Remove the selected slideshow from the library?", L"Remove slideshow",
-         MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, 1035},
-        {nullptr, L"Done.", nullptr, 0, 1034},
+         MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, KX_IDC_MSGBOX_SECOND},
+        {nullptr, L"Done.", nullptr, 0, KX_IDC_MSGBOX_FIRST},
     };
     if (demo.headless) CreateDirectoryW(demo.outDir.c_str(), nullptr);
     for (const Box& box : boxes) {
@@ -146,7 +149,7 @@ void ShowAddToDialogs(DemoContext& demo) {
         bool written = false;
         {
             std::unique_ptr<DemoAutopilot> pilot;
-            if (demo.headless) pilot.reset(new DemoAutopilot(picture, 1039));
+            if (demo.headless) pilot.reset(new DemoAutopilot(picture, KX_IDC_ADDTO_OK));
             hr = t.slideshow ? demo.res->ShowAddToSlideshowDialog(nullptr, root, t.suggested, &pidl, &name)
                              : demo.res->ShowAddToPlaylistDialog(nullptr, root, t.suggested, &pidl, &name);
             written = pilot && pilot->pictureWritten();

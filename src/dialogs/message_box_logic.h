@@ -5,16 +5,6 @@
 
 #include "kx/KxPlatform.h"
 
-// Control identifiers of template 6005.
-enum : int {
-    KX_IDC_MSGBOX_CLOSE = 1033,
-    KX_IDC_MSGBOX_FIRST = 1034,
-    KX_IDC_MSGBOX_SECOND = 1035,
-    KX_IDC_MSGBOX_ICON = 1045,
-    KX_IDC_MSGBOX_TEXT = 1046,
-    KX_IDC_MSGBOX_CAPTION = 1070,
-};
-
 // Strings of ComRcRes.dll on the buttons.
 enum : UINT { KX_IDS_MSGBOX_OK = 134, KX_IDS_MSGBOX_YES = 180, KX_IDS_MSGBOX_NO = 181 };
 

@@ -199,6 +199,17 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM) {
 
 BOOL CDialog::OnNotify(WPARAM, LPARAM, LRESULT*) { return FALSE; }
 
+KxMessageMap CDialog::GetMessageMap() const { return KxMessageMap{nullptr, 0}; }
+
+const KxMessageEntry* CDialog::FindEntry(KxMessageEntry::Kind kind, int id, UINT code) const {
+    const KxMessageMap map = GetMessageMap();
+    for (size_t i = 0; i < map.count; ++i) {
+        const KxMessageEntry& e = map.entries[i];
+        if (e.kind == kind && e.id == id && e.code == code) return &e;
+    }
+    return nullptr;
+}
+
 // The dialog manager's own handling (it remembers the focus of a dialog being hidden) runs after
 // this: the procedure does not claim the message.
 void CDialog::OnShowWindow(BOOL, UINT) {}
@@ -220,9 +231,21 @@ BOOL CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pRes
         if (wParam != SIZE_MINIMIZED) ApplyLayout(LOWORD(lParam), HIWORD(lParam));
         return OnDialogMessage(message, wParam, lParam, pResult);
     case WM_COMMAND:
+        if (const KxMessageEntry* e = FindEntry(KxMessageEntry::Command, LOWORD(wParam), HIWORD(wParam))) {
+            (this->*e->onCommand)();
+            return TRUE;
+        }
         return OnCommand(wParam, lParam);
-    case WM_NOTIFY:
+    case WM_NOTIFY: {
+        auto* header = reinterpret_cast<NMHDR*>(lParam);
+        const KxMessageEntry* e =
+            header ? FindEntry(KxMessageEntry::Notify, static_cast<int>(header->idFrom), header->code) : nullptr;
+        if (e) {
+            (this->*e->onNotify)(header, pResult);
+            return TRUE;
+        }
         return OnNotify(wParam, lParam, pResult);
+    }
     case WM_SHOWWINDOW:
         OnShowWindow(static_cast<BOOL>(wParam), static_cast<UINT>(lParam));
         return FALSE;

@@ -1,8 +1,7 @@
 #include "dialogs/win32/dlg_massage_box.h"
 
-#include "frame/skin_files.h"
 #include "frame/win32/skin_statics.h"
-#include "ui/module_state.h"
+#include "ui/resource_string.h"
 
 namespace {
 
@@ -27,7 +26,7 @@ LPCWSTR PlatformIconFor(const char* picture) {
 }  // namespace
 
 CDlgMassageBox::CDlgMassageBox(LPCWSTR pszText, LPCWSTR pszCaption, UINT flags, CWnd* pParentWnd)
-    : CDialog(IDD, pParentWnd),
+    : CKxSkinnedDialog(IDD, pParentWnd),
       m_strCaption(pszCaption ? pszCaption : L""),
       m_strText(pszText ? pszText : L""),
       m_nFlags(flags),
@@ -52,23 +51,17 @@ BOOL CDlgMassageBox::PreTranslateMessage(MSG* pMsg) {
     return CDialog::PreTranslateMessage(pMsg);
 }
 
-std::wstring CDlgMassageBox::ResourceString(UINT id) const {
-    const wchar_t* text = nullptr;
-    int n = LoadStringW(KxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
-    return n > 0 && text ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
-}
-
 BOOL CDlgMassageBox::OnInitDialog() {
     CDialog::OnInitDialog();
 
     const MessageBoxButtons buttons = MessageBoxButtonsFor(m_nFlags);
     if (buttons.yesNo) {
-        m_btnFirst.SetWindowText(ResourceString(buttons.firstString).c_str());
-        m_btnSecond.SetWindowText(ResourceString(buttons.secondString).c_str());
+        m_btnFirst.SetWindowText(KxLoadResourceString(buttons.firstString).c_str());
+        m_btnSecond.SetWindowText(KxLoadResourceString(buttons.secondString).c_str());
         m_btnFirst.EnableWindow(TRUE);
         m_btnFirst.ShowWindow(SW_SHOW);
     } else {
-        m_btnFirst.SetWindowText(ResourceString(buttons.firstString).c_str());
+        m_btnFirst.SetWindowText(KxLoadResourceString(buttons.firstString).c_str());
         m_btnFirst.SetFocus();
         m_btnSecond.EnableWindow(FALSE);
         m_btnSecond.ShowWindow(SW_HIDE);
@@ -87,16 +80,14 @@ BOOL CDlgMassageBox::OnInitDialog() {
     // Two buttons without MB_DEFBUTTON2 leave the focus to the dialog manager, which gives it to
     // the first tab stop of the template: the first button.
 
-    WCHAR skinPath[MAX_PATH] = {};
-    KxGetSkinPackagePath(skinPath);
-    DWORD_PTR skinned = m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);
+    const DWORD_PTR skinned = AttachSkin();
 
     if (const char* picture = MessageBoxPictureFor(m_nFlags)) {
         SetStaticPicture(::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_ICON), picture);
         // Without the skin the request has no effect; the platform's icon of the same meaning
         // keeps the box telling what kind of message it is. Shared icons are not destroyed.
         if (!skinned && m_wndIcon.m_hWnd)
-            m_wndIcon.SendMessage(STM_SETICON, reinterpret_cast<WPARAM>(LoadIconW(nullptr, PlatformIconFor(picture))));
+            m_wndIcon.SetIcon(LoadIconW(nullptr, PlatformIconFor(picture)));
     }
 
     // the caption line is drawn in the bold face that its measuring assumes
@@ -181,23 +172,21 @@ void CDlgMassageBox::OnFirstButton() {
     else OnCancel();
 }
 
-BOOL CDlgMassageBox::OnCommand(WPARAM wParam, LPARAM lParam) {
-    if (HIWORD(wParam) == BN_CLICKED) {
-        switch (LOWORD(wParam)) {
-        case KX_IDC_MSGBOX_CLOSE:
-            m_hrResult = KX_MSGBOX_RESULT_CANCELLED;
-            OnCancel();
-            return TRUE;
-        case KX_IDC_MSGBOX_SECOND:
-            m_hrResult = IDNO;
-            OnCancel();
-            return TRUE;
-        case KX_IDC_MSGBOX_FIRST:
-            OnFirstButton();
-            return TRUE;
-        default:
-            break;
-        }
-    }
-    return CDialog::OnCommand(wParam, lParam);
+void CDlgMassageBox::OnSecondButton() {
+    m_hrResult = IDNO;
+    OnCancel();
+}
+
+void CDlgMassageBox::OnCloseButton() {
+    m_hrResult = KX_MSGBOX_RESULT_CANCELLED;
+    OnCancel();
+}
+
+KxMessageMap CDlgMassageBox::GetMessageMap() const {
+    static const KxMessageEntry kEntries[] = {
+        KxOnCommand(KX_IDC_MSGBOX_CLOSE, BN_CLICKED, &CDlgMassageBox::OnCloseButton),
+        KxOnCommand(KX_IDC_MSGBOX_SECOND, BN_CLICKED, &CDlgMassageBox::OnSecondButton),
+        KxOnCommand(KX_IDC_MSGBOX_FIRST, BN_CLICKED, &CDlgMassageBox::OnFirstButton),
+    };
+    return KxMakeMessageMap(kEntries);
 }

@@ -6,13 +6,12 @@
 #include <string>
 
 #include "dialogs/message_box_logic.h"
-#include "frame/skin_client.h"
-#include "frame/skin_files.h"
+#include "frame/win32/skinned_dialog.h"
+#include "resources/dialogs/message_box_ids.h"
 #include "ui/control_wrappers.h"
-#include "ui/dialog.h"
 #include "ui/gdi_handles.h"
 
-class CDlgMassageBox : public CDialog {
+class CDlgMassageBox : public CKxSkinnedDialog {
 public:
     enum { IDD = KX_IDD_MESSAGEBOX };
 
@@ -29,7 +28,6 @@ public:
     CButton m_btnFirst;         // 1034
     CButton m_btnSecond;        // 1035
     CButton m_btnClose;         // 1033
-    HookWndWC m_hookWnd;
     BOOL m_bReturnKey;          // a Return key press is being dispatched
     BOOL m_bFirstShow;          // the sizing has not run yet
     RECT m_rcCaption;           // working rectangle of 1070
@@ -39,13 +37,15 @@ public:
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    KxMessageMap GetMessageMap() const override;
     void OnShowWindow(BOOL bShow, UINT nStatus) override;
 
 private:
+    // Button 1034: OK or Yes; a Return key press counts by where the focus is.
     void OnFirstButton();
+    void OnSecondButton();  // 1035: No
+    void OnCloseButton();   // 1033: cancelled
     MessageBoxFocus FocusNow() const;
-    std::wstring ResourceString(UINT id) const;
     // DrawTextW's wrapped height of `text` in the dialog's font (bold on request) in the width of
     // `rc`; a control without width, an empty text or no device context needs rc's own height.
     LONG NeededHeight(const RECT& rc, const std::wstring& text, bool bold) const;

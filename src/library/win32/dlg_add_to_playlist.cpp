@@ -1,8 +1,8 @@
 #include "library/win32/dlg_add_to_playlist.h"
 
-#include "frame/skin_files.h"
 #include "frame/win32/skin_statics.h"
 #include "ui/module_state.h"
+#include "ui/resource_string.h"
 
 namespace {
 
@@ -11,23 +11,17 @@ const UINT kStringHeadingSlideshow = 130;
 const UINT kStringLabelPlaylist = 131;
 const UINT kStringLabelSlideshow = 132;
 
-std::wstring ResourceString(UINT id) {
-    const wchar_t* text = nullptr;
-    int n = LoadStringW(KxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
-    return n > 0 && text ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
-}
-
 }  // namespace
 
 CDlgAddToPlaylist::CDlgAddToPlaylist(int mode, IKxContentFolder* pFolder, LPCWSTR pszInitialName, CWnd* pParentWnd)
-    : CDialog(IDD, pParentWnd), m_model(mode, pFolder, pszInitialName) {}
+    : CKxSkinnedDialog(IDD, pParentWnd), m_model(mode, pFolder, pszInitialName) {}
 
 CDlgAddToPlaylist::~CDlgAddToPlaylist() = default;
 
 void CDlgAddToPlaylist::DoDataExchange(CDataExchange* pDX) {
     CDialog::DoDataExchange(pDX);
-    DDX_Control(pDX, IDC_TARGETS, m_combo);
-    DDX_Control(pDX, IDC_PICTURE, m_picture);
+    DDX_Control(pDX, KX_IDC_ADDTO_TARGETS, m_combo);
+    DDX_Control(pDX, KX_IDC_ADDTO_PICTURE, m_picture);
 }
 
 BOOL CDlgAddToPlaylist::OnInitDialog() {
@@ -38,18 +32,16 @@ BOOL CDlgAddToPlaylist::OnInitDialog() {
         return TRUE;
     }
 
-    WCHAR skinPath[MAX_PATH] = {};
-    KxGetSkinPackagePath(skinPath);
-    m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);  // the platform look if it fails
+    AttachSkin();  // the platform look if it fails
 
     const bool playlist = m_model.m_nMode == CAddToPlaylistModel::ModePlaylist;
     if (!playlist) SetStaticPicture(m_picture.m_hWnd, "Add New Slideshow.png");
 
-    const std::wstring heading = ResourceString(playlist ? kStringHeadingPlaylist : kStringHeadingSlideshow);
-    SetDlgItemText(IDC_HEADING, heading.c_str());
+    const std::wstring heading = KxLoadResourceString(playlist ? kStringHeadingPlaylist : kStringHeadingSlideshow);
+    SetDlgItemText(KX_IDC_ADDTO_HEADING, heading.c_str());
     SetWindowText(heading.c_str());  // the title bar says the same as the heading
-    SetDlgItemText(IDC_LABEL, ResourceString(playlist ? kStringLabelPlaylist : kStringLabelSlideshow).c_str());
-    SetDlgItemText(IDC_OK, ResourceString(CAddToPlaylistModel::kStringOkExisting).c_str());
+    SetDlgItemText(KX_IDC_ADDTO_LABEL, KxLoadResourceString(playlist ? kStringLabelPlaylist : kStringLabelSlideshow).c_str());
+    SetDlgItemText(KX_IDC_ADDTO_OK, KxLoadResourceString(CAddToPlaylistModel::kStringOkExisting).c_str());
 
     const int which = playlist ? CAddToPlaylistModel::WhichPlaylists : CAddToPlaylistModel::WhichSlideshows;
     if (m_model.LoadExisting(which) != S_OK) PostMessage(WM_CLOSE);
@@ -57,26 +49,22 @@ BOOL CDlgAddToPlaylist::OnInitDialog() {
     return TRUE;
 }
 
-BOOL CDlgAddToPlaylist::OnCommand(WPARAM wParam, LPARAM lParam) {
-    const int id = LOWORD(wParam);
-    const UINT code = HIWORD(wParam);
-    if (id == IDC_TARGETS) {
-        if (code == CBN_SELCHANGE) m_model.OnSelChange(*this);
-        else if (code == CBN_EDITUPDATE || code == CBN_CLOSEUP) m_model.OnEditChange(*this);
-        return TRUE;
-    }
-    // Return reaches the default button 1039; should the dialog manager send IDOK instead, it
-    // means the same.
-    if ((id == IDC_OK && code == BN_CLICKED) || id == IDOK) {
-        OnOK();
-        return TRUE;
-    }
-    if ((id == IDC_CANCEL && code == BN_CLICKED) || id == IDCANCEL) {
-        OnCancel();
-        return TRUE;
-    }
-    return CDialog::OnCommand(wParam, lParam);
+// Return reaches the default button 1039; should the dialog manager send IDOK (or Escape
+// IDCANCEL) instead, the base's handling calls the same OnOK and OnCancel.
+KxMessageMap CDlgAddToPlaylist::GetMessageMap() const {
+    static const KxMessageEntry kEntries[] = {
+        KxOnCommand(KX_IDC_ADDTO_TARGETS, CBN_SELCHANGE, &CDlgAddToPlaylist::OnTargetsSelChange),
+        KxOnCommand(KX_IDC_ADDTO_TARGETS, CBN_EDITUPDATE, &CDlgAddToPlaylist::OnTargetsEdit),
+        KxOnCommand(KX_IDC_ADDTO_TARGETS, CBN_CLOSEUP, &CDlgAddToPlaylist::OnTargetsEdit),
+        KxOnCommand(KX_IDC_ADDTO_OK, BN_CLICKED, &CDlgAddToPlaylist::OnOK),
+        KxOnCommand(KX_IDC_ADDTO_CANCEL, BN_CLICKED, &CDlgAddToPlaylist::OnCancel),
+    };
+    return KxMakeMessageMap(kEntries);
 }
+
+void CDlgAddToPlaylist::OnTargetsSelChange() { m_model.OnSelChange(*this); }
+
+void CDlgAddToPlaylist::OnTargetsEdit() { m_model.OnEditChange(*this); }
 
 void CDlgAddToPlaylist::OnOK() {
     if (m_model.OnOK(*this)) CDialog::OnOK();
@@ -90,24 +78,22 @@ void CDlgAddToPlaylist::OnDestroy() {
     CDialog::OnDestroy();
 }
 
-void CDlgAddToPlaylist::ResetCombo() { m_combo.SendMessage(CB_RESETCONTENT); }
+void CDlgAddToPlaylist::ResetCombo() { m_combo.ResetContent(); }
 
-void CDlgAddToPlaylist::AddComboString(LPCWSTR text) {
-    m_combo.SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-}
+void CDlgAddToPlaylist::AddComboString(LPCWSTR text) { m_combo.AddString(text); }
 
-void CDlgAddToPlaylist::SetComboSelection(int index) { m_combo.SendMessage(CB_SETCURSEL, static_cast<WPARAM>(index)); }
+void CDlgAddToPlaylist::SetComboSelection(int index) { m_combo.SetCurSel(index); }
 
-int CDlgAddToPlaylist::GetComboSelection() { return static_cast<int>(m_combo.SendMessage(CB_GETCURSEL)); }
+int CDlgAddToPlaylist::GetComboSelection() { return m_combo.GetCurSel(); }
 
-std::wstring CDlgAddToPlaylist::GetComboText() { return GetDlgItemText(IDC_TARGETS); }
+std::wstring CDlgAddToPlaylist::GetComboText() { return GetDlgItemText(KX_IDC_ADDTO_TARGETS); }
 
 void CDlgAddToPlaylist::SetComboText(LPCWSTR text) { m_combo.SetWindowText(text); }
 
-void CDlgAddToPlaylist::SetOkText(UINT stringId) { SetDlgItemText(IDC_OK, ResourceString(stringId).c_str()); }
+void CDlgAddToPlaylist::SetOkText(UINT stringId) { SetDlgItemText(KX_IDC_ADDTO_OK, KxLoadResourceString(stringId).c_str()); }
 
 void CDlgAddToPlaylist::EnableOk(bool enable) {
-    if (CWnd* ok = GetDlgItem(IDC_OK)) ok->EnableWindow(enable ? TRUE : FALSE);
+    if (CWnd* ok = GetDlgItem(KX_IDC_ADDTO_OK)) ok->EnableWindow(enable ? TRUE : FALSE);
 }
 
 HRESULT RunAddToDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPCWSTR pszSuggestedName,

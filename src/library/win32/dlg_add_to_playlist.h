@@ -4,23 +4,14 @@
 
 #include <string>
 
-#include "frame/skin_client.h"
-#include "frame/skin_files.h"
+#include "frame/win32/skinned_dialog.h"
 #include "library/add_to_playlist_model.h"
+#include "resources/dialogs/add_to_playlist_ids.h"
 #include "ui/control_wrappers.h"
-#include "ui/dialog.h"
 
-class CDlgAddToPlaylist : public CDialog, private IAddToPlaylistControls {
+class CDlgAddToPlaylist : public CKxSkinnedDialog, private IAddToPlaylistControls {
 public:
     enum { IDD = KX_IDD_ADDTOPLAYLIST };
-    enum : int {
-        IDC_LABEL = 1037,
-        IDC_TARGETS = 1038,
-        IDC_OK = 1039,
-        IDC_CANCEL = 1052,
-        IDC_PICTURE = 1054,
-        IDC_HEADING = 1055,
-    };
 
     // mode 1: playlists, 0: slideshows. The folder stays the host's.
     CDlgAddToPlaylist(int mode, IKxContentFolder* pFolder, LPCWSTR pszInitialName, CWnd* pParentWnd = nullptr);
@@ -30,18 +21,19 @@ public:
     HRESULT HandBack(KxPidl* pidl, LPWSTR* name) { return m_model.HandBack(pidl, name); }
 
     CAddToPlaylistModel m_model;  // m_nMode, m_pFolder, m_hrResult, the list and the edit state
-    CWnd m_combo;                 // 1038
+    CComboBox m_combo;            // 1038
     CStatic m_picture;            // 1054
-    HookWndWC m_hookWnd;
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    KxMessageMap GetMessageMap() const override;
     void OnDestroy() override;
 
 private:
-    void OnOK() override;
+    void OnOK() override;  // button 1039, and IDOK
+    void OnTargetsSelChange();
+    void OnTargetsEdit();  // the edit part changed, or the list closed up
 
     // The combo box and the OK button, as the model drives them.
     void ResetCombo() override;

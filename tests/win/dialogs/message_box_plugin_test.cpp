@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "resources/dialogs/message_box_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
@@ -17,7 +18,8 @@ namespace kxtest {
 namespace {
 
 const HRESULT kCancelled = static_cast<HRESULT>(0x800704C7L);
-const int kClose = 1033, kFirst = 1034, kSecond = 1035, kIcon = 1045, kText = 1046, kCaption = 1070;
+const int kClose = KX_IDC_MSGBOX_CLOSE, kFirst = KX_IDC_MSGBOX_FIRST, kSecond = KX_IDC_MSGBOX_SECOND,
+          kIcon = KX_IDC_MSGBOX_ICON, kText = KX_IDC_MSGBOX_TEXT, kCaption = KX_IDC_MSGBOX_CAPTION;
 const UINT kYn = MB_YESNO, kYn2 = MB_YESNO | MB_DEFBUTTON2;
 
 const wchar_t kShort[] = L"The playlist was saved.";
@@ -168,7 +170,7 @@ TEST_F(MessageBoxThroughPlugin, EachBoxLoadsAttachesReleasesAndFreesTheSkinCallB
         "call op=0x1 hook=0x0 0x0 0x0 0x0",
         "call op=0x1000 hook=0x4b01 window=#32770 file=IDD_DIALOG_MESSGAEBOX.ini path=" +
             std::string(dir.begin(), dir.end()) + "ComRcRes.bff",
-        "static id=1045 form=2 picture=Question Mark.png",
+        "static id=" + std::to_string(kIcon) + " form=2 picture=Question Mark.png",
         "call op=0x4 hook=0x4b01 0x0 0x0 0x0",
         "call op=0x2 hook=0x4b01 0x0 0x0 0x0",
         "free",

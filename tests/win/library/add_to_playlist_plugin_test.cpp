@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/library/in_memory_library.h"
+#include "resources/dialogs/add_to_playlist_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
@@ -20,7 +21,8 @@ namespace {
 using kxhost::ItemKind;
 using kxhost::Op;
 
-const int kLabel = 1037, kCombo = 1038, kOk = 1039, kCancel = 1052, kHeading = 1055;
+const int kLabel = KX_IDC_ADDTO_LABEL, kCombo = KX_IDC_ADDTO_TARGETS, kOk = KX_IDC_ADDTO_OK,
+          kCancel = KX_IDC_ADDTO_CANCEL, kHeading = KX_IDC_ADDTO_HEADING, kPicture = KX_IDC_ADDTO_PICTURE;
 // What a host passes for outputs it wants to see untouched.
 KxPidl const kUntouchedPidl = reinterpret_cast<KxPidl>(static_cast<INT_PTR>(0x5A5A));
 LPWSTR const kUntouchedName = reinterpret_cast<LPWSTR>(static_cast<INT_PTR>(0xA5A5));
@@ -189,7 +191,7 @@ TEST_F(AddToPlaylistThroughPlugin, SlideshowModeHasItsOwnTextsTargetsAndPicture)
         EXPECT_EQ(slideshow ? "Holidays" : "Evening,Zebra,apple,evening,road", lines);
         heading[slideshow] = texts.substr(0, texts.find('|'));
         label[slideshow] = texts.substr(texts.find('|') + 1);
-        for (const std::string& line : skin.LinesStartingWith("static id=1054")) pictures[slideshow] += line;
+        for (const std::string& line : skin.LinesStartingWith("static id=" + std::to_string(kPicture))) pictures[slideshow] += line;
         const auto attach = skin.LinesStartingWith("call op=0x1000");
         ASSERT_EQ(1u, attach.size());
         EXPECT_NE(std::string::npos, attach[0].find("IDD_DIALOG_ADDTOPLAYLIST.ini"));

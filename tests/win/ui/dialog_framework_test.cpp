@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "resources/dialogs/message_box_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/framework_module.h"
 #include "ui/control_wrappers.h"
@@ -19,10 +20,13 @@ namespace {
 using kxtest::DialogDriver;
 using Events = std::vector<std::string>;
 
-// Template 6005 has the buttons 1034 and 1035 and the texts 1070 and 1046.
+const int kFirst = KX_IDC_MSGBOX_FIRST, kSecond = KX_IDC_MSGBOX_SECOND;
+
+// The message box's template: two buttons and two texts. Its message map takes clicks of the first
+// button and NM_CLICK notifications from the second.
 class CProbeDialog : public CDialog {
 public:
-    explicit CProbeDialog(UINT id = 6005, CWnd* parent = nullptr) : CDialog(id, parent) {}
+    explicit CProbeDialog(UINT id = KX_IDD_MESSAGEBOX, CWnd* parent = nullptr) : CDialog(id, parent) {}
 
     Events events;
     CButton m_first;
@@ -34,7 +38,14 @@ public:
     }
 
 protected:
-    void DoDataExchange(CDataExchange* dx) override { DDX_Control(dx, 1034, m_first); }
+    void DoDataExchange(CDataExchange* dx) override { DDX_Control(dx, kFirst, m_first); }
+    KxMessageMap GetMessageMap() const override {
+        static const KxMessageEntry kEntries[] = {
+            KxOnCommand(kFirst, BN_CLICKED, &CProbeDialog::OnFirst),
+            KxOnNotify(kSecond, static_cast<UINT>(NM_CLICK), &CProbeDialog::OnSecondClicked),
+        };
+        return KxMakeMessageMap(kEntries);
+    }
     BOOL OnInitDialog() override {
         events.push_back("init");
         CDialog::OnInitDialog();
@@ -45,18 +56,13 @@ protected:
         events.push_back(show ? "show" : "hide");
         CDialog::OnShowWindow(show, status);
     }
-    BOOL OnCommand(WPARAM wp, LPARAM lp) override {
-        if (LOWORD(wp) != 1034 || HIWORD(wp) != BN_CLICKED) return CDialog::OnCommand(wp, lp);
+    void OnFirst() {
         events.push_back("first");
-        EndDialog(1034);
-        return TRUE;
+        EndDialog(kFirst);
     }
-    BOOL OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) override {
-        // the buttons' own custom-draw notifications go on to the default handling
-        if (reinterpret_cast<NMHDR*>(lp)->code != static_cast<UINT>(NM_CLICK)) return CDialog::OnNotify(wp, lp, result);
-        events.push_back("notify " + std::to_string(wp));
+    void OnSecondClicked(NMHDR* header, LRESULT* result) {
+        events.push_back("notify " + std::to_string(header->idFrom));
         *result = 77;
-        return TRUE;
     }
     void OnCancel() override {
         events.push_back("cancel");
@@ -88,10 +94,10 @@ TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBef
         INT_PTR result;
         Events events;
     } cases[] = {
-        {Click, 1034, {"init", "show", "first", "destroy"}},
-        {Return, 1034, {"init", "show", "pretranslate", "first", "destroy"}},
+        {Click, kFirst, {"init", "show", "first", "destroy"}},
+        {Return, kFirst, {"init", "show", "pretranslate", "first", "destroy"}},
         {Escape, IDCANCEL, {"init", "show", "pretranslate", "cancel", "destroy"}},
-        {Notify, IDCANCEL, {"init", "show", "notify 1035", "cancel", "destroy"}},
+        {Notify, IDCANCEL, {"init", "show", "notify " + std::to_string(kSecond), "cancel", "destroy"}},
         {Close, IDCANCEL, {"init", "show", "cancel", "destroy"}},
     };
     kxtest::ResourceCounts before{};
@@ -106,7 +112,7 @@ TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBef
         driver.Inspect([&](HWND h) {
             seen = h;
             EXPECT_EQ(temp, CWnd::FromHandle(GetDesktopWindow())) << "one temporary object per window";
-            button = GetDlgItem(h, 1034);
+            button = GetDlgItem(h, kFirst);
             EXPECT_EQ(&dlg, CWnd::FromHandlePermanent(h));
             EXPECT_EQ(button, dlg.m_first.m_hWnd) << "bound by data exchange";
             EXPECT_EQ(&dlg.m_first, CWnd::FromHandlePermanent(button));
@@ -114,13 +120,17 @@ TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBef
             SIZE size = {0, 0};
             commonControls6 = SendMessageW(button, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&size)) && size.cx;
         });
-        if (c.action == Click) driver.Click(1034);
-        if (c.action == Return) driver.Focus(1034).Press(VK_RETURN);
+        if (c.action == Click) driver.Click(kFirst);
+        if (c.action == Return) driver.Focus(kFirst).Press(VK_RETURN);
         if (c.action == Escape) driver.Press(VK_ESCAPE);
         if (c.action == Notify) {
             driver.Do([&](HWND h) {
-                NMHDR hdr = {GetDlgItem(h, 1035), 1035, static_cast<UINT>(NM_CLICK)};
-                answer = SendMessageW(h, WM_NOTIFY, 1035, reinterpret_cast<LPARAM>(&hdr));
+                // a row takes its own code only: these two reach the default handling
+                SendMessageW(h, WM_COMMAND, MAKEWPARAM(kFirst, BN_DOUBLECLICKED), 0);
+                NMHDR other = {GetDlgItem(h, kSecond), static_cast<UINT_PTR>(kSecond), static_cast<UINT>(NM_DBLCLK)};
+                EXPECT_EQ(0, SendMessageW(h, WM_NOTIFY, kSecond, reinterpret_cast<LPARAM>(&other)));
+                NMHDR hdr = {GetDlgItem(h, kSecond), static_cast<UINT_PTR>(kSecond), static_cast<UINT>(NM_CLICK)};
+                answer = SendMessageW(h, WM_NOTIFY, kSecond, reinterpret_cast<LPARAM>(&hdr));
             });
         }
         if (c.action == Notify || c.action == Close) driver.Close();
