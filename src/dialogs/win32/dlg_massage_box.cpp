@@ -92,8 +92,8 @@ BOOL CDlgMassageBox::OnInitDialog() {
 
     // the caption line is drawn in the bold face that its measuring assumes
     m_fontCaption.Reset(CreateBoldFont(GetFont()));
-    if (HWND caption = ::GetDlgItem(m_hWnd, KX_IDC_MSGBOX_CAPTION)) {
-        if (m_fontCaption) ::SendMessageW(caption, WM_SETFONT, reinterpret_cast<WPARAM>(m_fontCaption.Get()), FALSE);
+    if (CWnd* caption = GetDlgItem(KX_IDC_MSGBOX_CAPTION)) {
+        if (m_fontCaption) caption->SetFont(m_fontCaption.Get(), FALSE);
     }
     SetDlgItemText(KX_IDC_MSGBOX_CAPTION, m_strCaption.c_str());
     SetDlgItemText(KX_IDC_MSGBOX_TEXT, m_strText.c_str());
