@@ -1,18 +1,19 @@
 #!/usr/bin/env bash
 # Renders every picture of the skin package onto one sheet, for review by eye:
-#   resources/skin/contact-sheet.sh out.png [zoom]
+#   resources/skin/contact-sheet.sh out.png [zoom] [pattern]
 # Each picture is rendered at its own size with rsvg-convert, then placed, zoomed (default 2), on a
 # light and on a dark background with its name below it.
 set -euo pipefail
 out=${1:?usage: contact-sheet.sh out.png [zoom]}
 zoom=${2:-2}
+pattern=${3:-*}
 src=$(cd "$(dirname "$0")/pictures" && pwd)
 tmp=$(mktemp -d)
 trap 'rm -rf "$tmp"' EXIT
 
-cols=6 cell=$((140 * zoom / 2 + 120)) i=0
+cols=${COLS:-6} cell=$((140 * zoom / 2 + 120)) i=0
 body=""
-for svg in "$src"/*.svg; do
+for svg in "$src"/$pattern.svg; do
   name=$(basename "$svg" .svg)
   rsvg-convert -o "$tmp/p.png" "$svg"
   read -r w h < <(python3 -c 'import struct,sys; d=open(sys.argv[1],"rb").read(24); print(*struct.unpack(">II", d[16:24]))' "$tmp/p.png")

@@ -148,7 +148,7 @@ def tag(svg, palette):
 
 def genre(svg):
     tag(svg, BLUE)
-    note(svg, 21, 30, 0.95)
+    note(svg, 19, 29, 0.95)
 
 
 def folder(svg):
@@ -160,12 +160,12 @@ def folder(svg):
 
 
 def playlist(svg):
-    surface(svg, 'rect x="8.5" y="4.5" width="27" height="35" rx="2"', PAPER)
-    for i, y in enumerate((12, 18, 24, 30)):
-        svg.add('<circle cx="13.5" cy="%g" r="1.3" fill="%s"/>' % (y, BLUE[1]))
-        svg.add('<path d="M17 %g H%g" stroke="#9aa6b4" stroke-width="1.6" stroke-linecap="round"/>'
-                % (y, 31 if i % 2 == 0 else 27))
-    note(svg, 30, 38, 1.1, BLUE[1], outline="#fff")
+    surface(svg, 'rect x="5.5" y="4.5" width="26" height="34" rx="2"', PAPER)
+    for i, y in enumerate((11, 17, 23, 29)):
+        svg.add('<circle cx="10.5" cy="%g" r="1.3" fill="%s"/>' % (y, BLUE[1]))
+        svg.add('<path d="M14 %g H%g" stroke="#9aa6b4" stroke-width="1.6" stroke-linecap="round"/>'
+                % (y, 27 if i % 2 == 0 else 23))
+    note(svg, 33, 25, 1.25, BLUE[1], outline="#fff")
 
 
 def photo(svg, x, y, w, h, angle=0):
@@ -272,7 +272,7 @@ def producer(svg):
 
 def video_genre(svg):
     tag(svg, VIOLET)
-    svg.add('<path d="M17.5 22.5 L28 29 L17.5 35.5 Z" fill="#fff" stroke="#fff" %s/>' % STROKE)
+    svg.add('<path d="M15.5 19.5 L25 25.5 L15.5 31.5 Z" fill="#fff" stroke="#fff" %s/>' % STROKE)
 
 
 KINDS = [
@@ -344,13 +344,13 @@ def bubble(svg, left, top, sign):
     arc = lambda x, y: "A%g %g 0 0 %d %s" % (r - 0.5, r - 0.5, sweep, p(x, y))
     d = " ".join([
         "M" + p(tip, 0.5),
-        "C" + p(tip + 6, 5.5) + " " + p(tip + 15, 12.5) + " " + p(34, y0),
+        "C" + p(tip + 6, 5) + " " + p(tip + 14, 11) + " " + p(30, y0),
         "L" + p(x1 - r + 0.5, y0), arc(x1, y0 + r - 0.5),
         "L" + p(x1, y1 - r + 0.5), arc(x1 - r + 0.5, y1),
         "L" + p(x0 + r - 0.5, y1), arc(x0, y1 - r + 0.5),
         "L" + p(x0, y0 + r - 0.5), arc(x0 + r - 0.5, y0),
-        "L" + p(15, y0),
-        "C" + p(9.5, y0 - 2.5) + " " + p(tip, 8) + " " + p(tip, 0.5), "Z"])
+        "L" + p(16, y0),
+        "C" + p(11, y0 - 6) + " " + p(tip, 6) + " " + p(tip, 0.5), "Z"])
     fill = svg.grad(BUBBLE_FILL[0], BUBBLE_FILL[1])
     if not top:  # the gradient follows the body, not the picture: light at the body's top
         svg.defs[-1] = svg.defs[-1].replace('y2="1"', 'y2="%g"' % ((H - POINT_H) / H))
@@ -391,17 +391,19 @@ def album_placeholder(svg):
 
 
 def broken_photo(svg):
-    """A picture that cannot be read: a photo torn in two, greyed, with the error sign."""
-    svg.add('<defs><clipPath id="left"><path d="M0 0 H62 L54 30 L66 52 L56 76 L64 128 H0 Z"/></clipPath>'
-            '<clipPath id="right"><path d="M128 0 H62 L54 30 L66 52 L56 76 L64 128 H128 Z"/></clipPath></defs>')
-    for clip, dx, angle in (("left", -3, -3), ("right", 3, 3)):
-        svg.add('<g clip-path="url(#%s)"><g transform="translate(%d 0) rotate(%d 64 64)" '
-                'filter="none" opacity="0.92">' % (clip, dx, angle))
-        photo(svg, 14, 22, 100, 80)
+    """A picture that cannot be read: a faded photo torn in two, with the error sign."""
+    tear = "L58 22 L66 44 L56 62 L64 82 L57 128"
+    svg.defs.append('<clipPath id="left"><path d="M0 0 H62 %s H0 Z"/></clipPath>'
+                    '<clipPath id="right"><path d="M128 0 H62 %s H128 Z"/></clipPath>'
+                    '<clipPath id="print"><rect x="12.5" y="24.5" width="103" height="79"/></clipPath>' % (tear, tear))
+    for clip, dx, angle in (("left", -4, -4), ("right", 4, 4)):
+        svg.add('<g clip-path="url(#%s)"><g transform="translate(%d 0) rotate(%d 64 72)">' % (clip, dx, angle))
+        photo(svg, 12, 24, 104, 80)
+        svg.add('<rect x="12" y="24" width="104" height="80" fill="#f2f4f7" fill-opacity="0.45"/>')
+        svg.add('<path d="M62 0 %s" fill="none" stroke="#8c98a6" stroke-width="1.2" '
+                'clip-path="url(#print)"/>' % tear)
         svg.add('</g></g>')
-    svg.add('<rect x="0" y="0" width="128" height="128" fill="#fff" fill-opacity="0.35" '
-            'style="mix-blend-mode:normal" visibility="hidden"/>')
-    svg.add('<g transform="translate(82 78) scale(1.2)">')
+    svg.add('<g transform="translate(80 76) scale(1.3)">')
     sign_error(svg)
     svg.add('</g>')
 
