@@ -323,7 +323,7 @@ POINT_H = 16        # height of the point above (or below) the body
 RADIUS = 10         # corner radius of the body
 TIP_LEFT = 6        # tip column from the left edge (point at the left)
 TIP_RIGHT = 7       # tip column counted from the right edge: column W - 7
-ICON_X = 22         # the sign, 32 x 32, sits beside the text, its top at the title's top
+ICON_X = 28         # the sign, 32 x 32, sits beside the text, its top at the title's top
 BUBBLE_FILL = ("#fffffa", "#fff4cc")
 BUBBLE_LINE = "#a88a3c"
 

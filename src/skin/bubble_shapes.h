@@ -6,14 +6,15 @@
 // edge (column 6) or 7 from the right (column width - 7), on the first row for a point at the top
 // or the last row for a point at the bottom. The body's text lies from column 76 to 10 columns
 // before the right edge, its first line at row 24 (point at the top) or 8 (point at the bottom),
-// and the sign beside the text lies left of column 60.
+// and the sign beside the text (32 x 32, its top at the title's top) lies left of column 62.
 //
 // Stretching a picture to a larger bubble (nine slices): the bands sliceLeft / sliceRight columns
 // wide at the sides and sliceTop / sliceBottom rows high at the top and bottom keep their pixels;
 // the middle bands are stretched. The point and the sign lie inside the kept corner bands, and the
 // body's edges are straight across the middle bands, so a stretched bubble keeps its point where
-// the layout expects it. A window smaller than the picture is not expected: every picture is the
-// smallest bubble the layout makes (text "123" in both lines).
+// the layout expects it. A window smaller than the picture is not expected: the layout's smallest
+// bubble has a text block of 64 rows and is 86 columns wider than its text, so every picture is
+// no larger than a bubble whose text is at least 14 pixels wide ("123" in the title's font).
 //
 // Portable: no platform header; the skinning library and the tests read the same tables.
 #pragma once
@@ -42,10 +43,10 @@ constexpr int kBubblePointHeight = 16;    // rows of the point above or below th
 // Suffix none: point at the top left; LB: bottom left; RT: top right; BR: bottom right.
 // Prefix E: the error sign; none: the warning sign; I: the information sign.
 #define KX_BUBBLE_ROWS(prefix)                                                                      \
-    {prefix "SpeechBubble.png", kBubbleWidth, kBubbleHeight, 6, 0, 24, 60, 60, 12, 12},               \
-    {prefix "SpeechBubbleLB.png", kBubbleWidth, kBubbleHeight, 6, kBubbleHeight - 1, 8, 60, 44, 12, 28}, \
-    {prefix "SpeechBubbleRT.png", kBubbleWidth, kBubbleHeight, kBubbleWidth - 7, 0, 24, 60, 60, 36, 12}, \
-    {prefix "SpeechBubbleBR.png", kBubbleWidth, kBubbleHeight, kBubbleWidth - 7, kBubbleHeight - 1, 8, 60, 44, 36, 28}
+    {prefix "SpeechBubble.png", kBubbleWidth, kBubbleHeight, 6, 0, 24, 62, 60, 12, 12},               \
+    {prefix "SpeechBubbleLB.png", kBubbleWidth, kBubbleHeight, 6, kBubbleHeight - 1, 8, 62, 44, 12, 28}, \
+    {prefix "SpeechBubbleRT.png", kBubbleWidth, kBubbleHeight, kBubbleWidth - 7, 0, 24, 62, 60, 36, 12}, \
+    {prefix "SpeechBubbleBR.png", kBubbleWidth, kBubbleHeight, kBubbleWidth - 7, kBubbleHeight - 1, 8, 62, 44, 36, 28}
 
 inline constexpr BubbleShape kBubbleShapes[] = {
     KX_BUBBLE_ROWS("E"),
