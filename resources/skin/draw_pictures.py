@@ -13,6 +13,7 @@ bottom right, a "rename" picture an orange pencil badge.
 The bubble shapes follow the geometry of src/skin/bubble_shapes.h: the constants below must match
 it, and the skin_pictures test checks the rendered pixels against that header.
 """
+import math
 import os
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -261,7 +262,6 @@ def video_cast(svg):
 def producer(svg):
     surface(svg, 'circle cx="22" cy="22" r="17.5"', VIOLET)
     for i in range(6):
-        import math
         a = math.radians(i * 60 - 90)
         svg.add('<circle cx="%.2f" cy="%.2f" r="4.2" fill="#f4f1fb" stroke="%s" %s/>'
                 % (22 + 10 * math.cos(a), 22 + 10 * math.sin(a), VIOLET[2], STROKE))
@@ -351,11 +351,9 @@ def bubble(svg, left, top, sign):
         "L" + p(x0, y0 + r - 0.5), arc(x0 + r - 0.5, y0),
         "L" + p(16, y0),
         "C" + p(11, y0 - 6) + " " + p(tip, 6) + " " + p(tip, 0.5), "Z"])
-    fill = svg.grad(BUBBLE_FILL[0], BUBBLE_FILL[1])
-    if not top:  # the gradient follows the body, not the picture: light at the body's top
-        svg.defs[-1] = svg.defs[-1].replace('y2="1"', 'y2="%g"' % ((H - POINT_H) / H))
-    elif top:
-        svg.defs[-1] = svg.defs[-1].replace('y1="0"', 'y1="%g"' % (POINT_H / H))
+    # the gradient follows the body, not the picture: lightest at the body's top edge
+    body_from, body_to = (POINT_H / H, 1) if top else (0, (H - POINT_H) / H)
+    fill = svg.grad(BUBBLE_FILL[0], BUBBLE_FILL[1], 0, body_from, 0, body_to)
     svg.add('<path d="%s" fill="%s" stroke="%s" stroke-width="1" stroke-linejoin="miter" '
             'stroke-miterlimit="10"/>' % (d, fill, BUBBLE_LINE))
     # a faint inner light line under the body's top edge

@@ -148,10 +148,11 @@ TEST(SkinPictures, EveryPictureDecodesAtItsSizeAndEveryBubbleFitsTheLayout) {
     std::set<std::wstring> rendered;
     WIN32_FIND_DATAW found;
     HANDLE find = FindFirstFileW((PictureFolder() + L"*.png").c_str(), &found);
-    ASSERT_NE(INVALID_HANDLE_VALUE, find);
-    do rendered.insert(found.cFileName);
-    while (FindNextFileW(find, &found));
-    FindClose(find);
+    if (find != INVALID_HANDLE_VALUE) {
+        do rendered.insert(found.cFileName);
+        while (FindNextFileW(find, &found));
+        FindClose(find);
+    }
     EXPECT_EQ(expected, rendered);
 
     GdiplusShutdown(token);
