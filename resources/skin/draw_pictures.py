@@ -243,15 +243,21 @@ def director(svg):
             'stroke-linecap="round"/>')
 
 
-def film_strip(svg, x, y, w, h):
-    surface(svg, 'rect x="%g" y="%g" width="%g" height="%g" rx="1.5"' % (x, y, w, h), SLATE, gloss=False)
-    n = int((w - 3) // 5)
+def film_strip(svg, x, y, w, h, k=1.0):
+    """A strip of film with one frame; k scales the sprocket holes and the bands that hold them."""
+    surface(svg, 'rect x="%g" y="%g" width="%g" height="%g" rx="%g"' % (x, y, w, h, 1.5 * k), SLATE, gloss=False)
+    pitch, band = 5 * k, 5 * k
+    n = int((w - 2 * k) // pitch)
+    left = x + (w - n * pitch) / 2 + 1.2 * k
     for i in range(n):
-        for yy in (y + 1.5, y + h - 4):
-            svg.add('<rect x="%g" y="%g" width="2.6" height="2.5" rx="0.5" fill="#e9edf2"/>'
-                    % (x + 2.2 + i * 5, yy))
+        for yy in (y + 1.5 * k, y + h - 4 * k):
+            svg.add('<rect x="%g" y="%g" width="%g" height="%g" rx="%g" fill="#e9edf2"/>'
+                    % (left + i * pitch, yy, 2.6 * k, 2.5 * k, 0.5 * k))
     frame = svg.grad(VIOLET[0], VIOLET[1])
-    svg.add('<rect x="%g" y="%g" width="%g" height="%g" fill="%s"/>' % (x + 2, y + 5, w - 4, h - 10, frame))
+    svg.add('<rect x="%g" y="%g" width="%g" height="%g" fill="%s"/>'
+            % (x + 2 * k, y + band, w - 4 * k, h - 2 * band, frame))
+    svg.add('<rect x="%g" y="%g" width="%g" height="%g" fill="%s"/>'
+            % (x + 2 * k, y + band, w - 4 * k, (h - 2 * band) / 2, svg.gloss()))
 
 
 def video_cast(svg):
@@ -408,7 +414,7 @@ def broken_photo(svg):
 
 def video_placeholder(svg):
     """A video without a preview: a film frame with a play button."""
-    film_strip(svg, 6.5, 20.5, 115, 87)
+    film_strip(svg, 6.5, 20.5, 115, 87, 2.2)
     svg.add('<circle cx="64" cy="64" r="22" fill="#000" fill-opacity="0.28"/>')
     svg.add('<circle cx="64" cy="64" r="20" fill="none" stroke="#fff" stroke-width="3"/>')
     svg.add('<path d="M57 52 L78 64 L57 76 Z" fill="#fff" stroke="#fff" stroke-width="2" stroke-linejoin="round"/>')
