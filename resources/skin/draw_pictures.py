@@ -324,7 +324,7 @@ SIGNS = [("Criticalerror", sign_error), ("Exclamation", sign_warning),
 
 # ---- the speech bubbles ----
 # Keep in step with src/skin/bubble_shapes.h.
-BUBBLE_W, BUBBLE_H = 100, 90
+BUBBLE_W, BUBBLE_H = 128, 120
 POINT_H = 16        # height of the point above (or below) the body
 RADIUS = 10         # corner radius of the body
 TIP_LEFT = 6        # tip column from the left edge (point at the left)

@@ -8,14 +8,15 @@
 // before the right edge, its first line at row 24 (point at the top) or 8 (point at the bottom),
 // and the sign beside the text (32 x 32, its top at the title's top) lies left of column 62.
 //
-// Stretching a picture to a larger bubble (nine slices): the bands sliceLeft / sliceRight columns
-// wide at the sides and sliceTop / sliceBottom rows high at the top and bottom keep their pixels;
-// the middle bands are stretched. The point and the sign lie inside the kept corner bands, and the
-// body's edges are straight across the middle bands, so a stretched bubble keeps its point where
-// the layout expects it. A window smaller than the picture is not expected: the layout's smallest
-// bubble has a text block of 64 rows and is 86 columns wider than its text, so every picture is
-// no larger than a bubble whose text is at least 14 pixels wide ("123" in the title's font).
-//
+// Fitting a picture to its window (nine slices): the bands sliceLeft / sliceRight columns wide at
+// the sides and sliceTop / sliceBottom rows high at the top and bottom keep their pixels; the
+// middle bands are stretched or shrunk. The point and the sign lie inside the kept corner bands,
+// and the body's edges are straight and its fill plain across the middle bands, so the point stays
+// where the layout expects it. The picture's centre column and centre row lie in the middle bands
+// too: repeating or cutting out the centre column and row gives the same result. The layout's
+// smallest bubble (a text block of 64 rows, 86 columns more than its text) still holds the kept
+// bands, which come to 98 columns and 72 rows at most.
+
 // Portable: no platform header; the skinning library and the tests read the same tables.
 #pragma once
 
@@ -34,8 +35,8 @@ struct BubbleShape {
     int sliceBottom;
 };
 
-constexpr int kBubbleWidth = 100;
-constexpr int kBubbleHeight = 90;
+constexpr int kBubbleWidth = 128;
+constexpr int kBubbleHeight = 120;
 constexpr int kBubbleTextLeft = 76;       // first text column
 constexpr int kBubbleTextRightGap = 10;   // columns right of the text
 constexpr int kBubblePointHeight = 16;    // rows of the point above or below the body

@@ -107,8 +107,10 @@ void CheckBubble(const kxskin::BubbleShape& s) {
     EXPECT_TRUE(pointAtLeft ? s.tipX < s.sliceLeft : s.tipX >= w - s.sliceRight);
     EXPECT_TRUE(pointOnTop ? kxskin::kBubblePointHeight <= s.sliceTop
                            : h - kxskin::kBubblePointHeight >= h - s.sliceBottom);
-    ASSERT_LT(s.sliceTop + s.sliceBottom, h);
-    ASSERT_LT(s.sliceLeft + s.sliceRight, w);
+    ASSERT_LE(s.sliceTop + s.sliceBottom, 64 + 26) << "kept rows fit the smallest bubble";
+    ASSERT_LE(s.sliceLeft + s.sliceRight, 86 + 12) << "kept columns fit a bubble with a text 12 wide";
+    ASSERT_TRUE(s.sliceLeft <= w / 2 && w / 2 < w - s.sliceRight) << "centre column in the middle band";
+    ASSERT_TRUE(s.sliceTop <= h / 2 && h / 2 < h - s.sliceBottom) << "centre row in the middle band";
     for (int y = s.sliceTop + 1; y < h - s.sliceBottom; ++y)
         for (int x = 0; x < w; ++x) {
             ASSERT_EQ(p.Alpha(x, s.sliceTop), p.Alpha(x, y)) << "row " << y << ", column " << x;
