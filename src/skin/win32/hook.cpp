@@ -230,7 +230,7 @@ LRESULT CALLBACK Hook::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UIN
         return 1;
     case WM_PRINTCLIENT:
         hook->PaintDialog(reinterpret_cast<HDC>(wp));
-        break;
+        return 0;
     case WM_CTLCOLORDLG:
         return reinterpret_cast<LRESULT>(hook->m_background);
     case WM_CTLCOLORSTATIC:
