@@ -128,6 +128,7 @@ DialogSkin ReadDialogSkin(const IniFile& ini) {
             continue;
         if (const std::string* v = ini.Get(section, "Color")) style.hasColour = ParseColour(*v, &style.colour);
         if (const std::string* v = ini.Get(section, "Picture")) style.picture = *v;
+        if (const std::string* v = ini.Get(section, "Bold")) style.bold = *v == "1";
         skin.statics.push_back(style);
     }
     return skin;

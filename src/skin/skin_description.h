@@ -11,6 +11,7 @@
 //
 //   [Static.<control id>]  one section per static the skin treats apart
 //   Color=#RRGGBB        its text colour                                  ([Dialog] Text)
+//   Bold=1               its text in the bold face of the dialog's font   (0)
 //   Picture=<name>       a package picture it shows until the dialog asks for another
 //
 // A package may also hold "Popup.ini" for the popups it shapes:
@@ -51,6 +52,7 @@ struct StaticStyle {
     int id = 0;
     bool hasColour = false;
     uint32_t colour = 0;
+    bool bold = false;
     std::string picture;
 };
 

@@ -79,6 +79,7 @@ DWORD_PTR Hook::AttachDialog(HWND dialog, const char* descriptionFile, LPCWSTR p
     m_kind = Kind::Dialog;
     m_attached = true;
     ApplyFont();
+    ApplyBold();
     SubclassStatics();
     // statics the description file gives a picture show it from the start
     for (auto& s : m_statics)
@@ -103,6 +104,27 @@ void Hook::ApplyFont() {
     for (HWND w : windows) {
         m_replacedFonts.emplace_back(w, reinterpret_cast<HFONT>(SendMessageW(w, WM_GETFONT, 0, 0)));
         SendMessageW(w, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    }
+}
+
+void Hook::ApplyBold() {
+    for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        const kxskin::StaticStyle* style = m_skin.Static(GetDlgCtrlID(child));
+        if (!style || !style->bold) continue;
+        HFONT current = reinterpret_cast<HFONT>(SendMessageW(child, WM_GETFONT, 0, 0));
+        if (!m_boldFont) {
+            LOGFONTW lf = {};
+            HGDIOBJ base = current ? static_cast<HGDIOBJ>(current) : GetStockObject(DEFAULT_GUI_FONT);
+            if (!GetObjectW(base, sizeof(lf), &lf)) return;
+            lf.lfWeight = FW_BOLD;
+            m_boldFont = CreateFontIndirectW(&lf);
+            if (!m_boldFont) return;
+        }
+        // the font it had before the skin came, unless the skin's own font replaced it already
+        bool known = false;
+        for (const auto& f : m_replacedFonts) known = known || f.first == child;
+        if (!known) m_replacedFonts.emplace_back(child, current);
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_boldFont), FALSE);
     }
 }
 
@@ -156,14 +178,19 @@ DWORD_PTR Hook::Release() {
         // a window that lives on goes back to its own look
         RemoveWindowSubclass(m_window, m_kind == Kind::Dialog ? &DialogProc : &PopupProc, m_handle);
         for (const auto& f : m_replacedFonts)
-            if (IsWindow(f.first) && reinterpret_cast<HFONT>(SendMessageW(f.first, WM_GETFONT, 0, 0)) == m_font)
-                SendMessageW(f.first, WM_SETFONT, reinterpret_cast<WPARAM>(f.second), FALSE);
+            if (IsWindow(f.first)) {
+                HFONT now = reinterpret_cast<HFONT>(SendMessageW(f.first, WM_GETFONT, 0, 0));
+                if (now && (now == m_font || now == m_boldFont))
+                    SendMessageW(f.first, WM_SETFONT, reinterpret_cast<WPARAM>(f.second), FALSE);
+            }
         if (m_kind == Kind::Popup) SetWindowRgn(m_window, nullptr, TRUE);
         InvalidateRect(m_window, nullptr, TRUE);
     }
     m_window = nullptr;
     m_replacedFonts.clear();
     if (m_font) DeleteObject(m_font);
+    if (m_boldFont) DeleteObject(m_boldFont);
+    m_boldFont = nullptr;
     if (m_background) DeleteObject(m_background);
     if (m_footer) DeleteObject(m_footer);
     m_font = nullptr;

@@ -64,6 +64,7 @@ private:
     bool Subclass(HWND hwnd, SUBCLASSPROC proc, DWORD_PTR data);
     void SubclassStatics();
     void ApplyFont();
+    void ApplyBold();
     void PaintDialog(HDC dc) const;
     // Top of the strip behind the bottom row of push buttons, in client coordinates; -1: none.
     int FooterTop() const;
@@ -80,6 +81,7 @@ private:
     PackageFile m_package;
     kxskin::DialogSkin m_skin;
     HFONT m_font = nullptr;
+    HFONT m_boldFont = nullptr;  // the bold face for statics whose section says Bold=1
     std::vector<std::pair<HWND, HFONT>> m_replacedFonts;  // window, the font it had before
     HBRUSH m_background = nullptr;
     HBRUSH m_footer = nullptr;

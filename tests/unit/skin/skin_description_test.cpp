@@ -17,7 +17,7 @@ kxskin::DialogSkin Read(const std::string& text) {
 TEST(SkinDescription, ReadsTheDialogAndItsStatics) {
     const kxskin::DialogSkin skin = Read(
         "\xEF\xBB\xBF; message box\r\n[dialog]\r\nBackground = #F0F4FA\r\nTEXT=#102030\r\nFont=Tahoma\r\n"
-        "FontSize=9\r\nFooter=#E0E0E0\r\nFooterLine=#c0c0c0\r\n\r\n[Static.1070]\r\nColor=#003399\r\n"
+        "FontSize=9\r\nFooter=#E0E0E0\r\nFooterLine=#c0c0c0\r\n\r\n[Static.1070]\r\nColor=#003399\r\nBold=1\r\n"
         "[Static.1045]\r\nPicture=Question Mark.png\r\n# trailing comment\r\n");
     EXPECT_EQ(0xF0F4FAu, skin.background);
     EXPECT_EQ(0x102030u, skin.text);
@@ -32,6 +32,8 @@ TEST(SkinDescription, ReadsTheDialogAndItsStatics) {
     EXPECT_EQ(0x102030u, skin.TextColour(9999));
     ASSERT_NE(nullptr, skin.Static(1045));
     EXPECT_EQ("Question Mark.png", skin.Static(1045)->picture);
+    EXPECT_TRUE(skin.Static(1070)->bold);
+    EXPECT_FALSE(skin.Static(1045)->bold);
 }
 
 TEST(SkinDescription, BadValuesKeepTheDefaults) {

@@ -139,7 +139,10 @@ TEST_F(SkinLibrary, DialogStaticsShowPackagePicturesUntilThePlatformsImageTakesO
     ASSERT_EQ(1u, AttachDialog(hook, dlg, "IDD_DIALOG_ADDTOPLAYLIST.ini", RealSkin::TestPackage()));
     EXPECT_EQ(kNewPlaylist, PrintedWindow(picture).At(16, 16)) << "the description file's picture";
     EXPECT_EQ(kDialogBackground, PrintedWindow(dlg).At(280, 4));
-    EXPECT_NE(font, reinterpret_cast<HFONT>(SendMessageW(heading, WM_GETFONT, 0, 0))) << "the skin's font";
+    LOGFONTW lf = {};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(heading, WM_GETFONT, 0, 0)), sizeof(lf), &lf);
+    EXPECT_EQ(FW_BOLD, lf.lfWeight) << "the heading in the bold face of the skin's font";
+    EXPECT_STREQ(L"Tahoma", lf.lfFaceName);
 
     auto form2 = [&](const char* name) {
         return SendMessageW(picture, staticMessage, 2, reinterpret_cast<LPARAM>(name));
@@ -235,6 +238,55 @@ TEST_F(SkinLibrary, APopupTakesTheShapeOfItsPictureAtEverySizeAndItsTextStaysOve
     EXPECT_EQ(1u, Call(4, hook));
     EXPECT_EQ(1u, Call(2, hook));
     UnregisterClassW(L"KxTestBubble", GetModuleHandleW(nullptr));
+}
+
+// The twelve bubble shapes of the shipped package, stretched to a bubble of text as the bubble's
+// layout makes it: the point where the window's corner puts the anchor (6 px from the left edge or
+// 7 px from the right, on the top or the bottom row) and the whole text block (from x 76 to 10 px
+// before the right edge, from the title's top 24 or 8 down by the text's height) inside the shape.
+TEST_F(SkinLibrary, EveryShippedBubbleShapeHasItsPointAndTextMarginsWhereTheLayoutPutsThem) {
+    WNDCLASSEXW wc = {sizeof(wc)};
+    wc.lpfnWndProc = &PlainProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"KxTestShape";
+    RegisterClassExW(&wc);
+    const std::wstring package = ExeDir() + L"ComRcRes.bff";
+    const int width = 86 + 180, textHeight = 64 + 20, height = textHeight + 26;
+    const struct {
+        const char* suffix;
+        bool right, bottom;  // where the point is
+    } corners[] = {{"", false, false}, {"LB", false, true}, {"RT", true, false}, {"BR", true, true}};
+    int checked = 0;
+    for (const char* prefix : {"E", "", "I"}) {
+        for (const auto& c : corners) {
+            const std::string name = std::string(prefix) + "SpeechBubble" + c.suffix + ".png";
+            SCOPED_TRACE(name);
+            HWND popup = CreateWindowExW(WS_EX_TOOLWINDOW, L"KxTestShape", L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0,
+                                         0, nullptr, nullptr, nullptr, nullptr);
+            PopupDescriptor d = {sizeof(d), package.c_str(), 0, name.c_str(), {}};
+            const DWORD_PTR hook = Call(1, 0);
+            if (Call(3, hook, 0, reinterpret_cast<DWORD_PTR>(popup), reinterpret_cast<DWORD_PTR>(&d))) {
+                ++checked;
+                MoveWindow(popup, 0, 0, width, height, FALSE);
+                HRGN region = CreateRectRgn(0, 0, 0, 0);
+                GetWindowRgn(popup, region);
+                const int tipX = c.right ? width - 7 : 6, tipY = c.bottom ? height - 1 : 0;
+                EXPECT_TRUE(PtInRegion(region, tipX, tipY)) << "the point";
+                EXPECT_FALSE(PtInRegion(region, c.right ? tipX - 10 : tipX + 10, tipY)) << "beside the point";
+                const int top = c.bottom ? 8 : 24;
+                for (const POINT& p : {POINT{76, top}, POINT{width - 11, top}, POINT{76, top + textHeight - 1},
+                                       POINT{width - 11, top + textHeight - 1}})
+                    EXPECT_TRUE(PtInRegion(region, p.x, p.y)) << "text block corner " << p.x << "," << p.y;
+                DeleteObject(region);
+            }
+            Call(4, hook);
+            Call(2, hook);
+            DestroyWindow(popup);
+        }
+    }
+    UnregisterClassW(L"KxTestShape", GetModuleHandleW(nullptr));
+    if (checked == 0) GTEST_SKIP() << "the shipped package holds no bubble shapes yet";
+    EXPECT_EQ(12, checked) << "every shape is in the package";
 }
 
 // The message box of the plug-in, installed with the test package, skinned by the real library.
