@@ -145,6 +145,9 @@ DWORD_PTR Hook::AttachPopup(HWND popup, const HkPopupDescriptor* descriptor) {
     m_kind = Kind::Popup;
     m_attached = true;
     SubclassStatics();
+    // Over a shaped picture no static may paint the platform's background: they all draw their
+    // text themselves from the start, before any form 1 comes.
+    for (auto& s : m_statics) s->drawsText = true;
     // The popup may still be 0 x 0 here: it takes its shape when it gets a size.
     Reshape();
     return 1;

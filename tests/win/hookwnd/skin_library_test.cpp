@@ -192,8 +192,10 @@ TEST_F(SkinLibrary, APopupTakesTheShapeOfItsPictureAtEverySizeAndItsTextStaysOve
     wrongSize.cbSize = 12;
     EXPECT_EQ(0u, Call(3, hook, 0, reinterpret_cast<DWORD_PTR>(popup), reinterpret_cast<DWORD_PTR>(&wrongSize)));
     PopupDescriptor noPicture = d;
-    noPicture.pszPicture = "NoSuchBubble.png";
-    EXPECT_EQ(0u, Call(3, hook, 0, reinterpret_cast<DWORD_PTR>(popup), reinterpret_cast<DWORD_PTR>(&noPicture)));
+    for (const char* name : {"NoSuchBubble.png", "Popup.ini"}) {  // missing, and no picture at all
+        noPicture.pszPicture = name;
+        EXPECT_EQ(0u, Call(3, hook, 0, reinterpret_cast<DWORD_PTR>(popup), reinterpret_cast<DWORD_PTR>(&noPicture)));
+    }
     ASSERT_EQ(1u, Call(3, hook, 0, reinterpret_cast<DWORD_PTR>(popup), reinterpret_cast<DWORD_PTR>(&d)));
 
     MoveWindow(popup, 100, 100, 250, 130, TRUE);
