@@ -22,21 +22,17 @@ void Put16(Bytes& b, size_t at, uint16_t v) {
 void Put32(Bytes& b, size_t at, uint32_t v) {
     for (int i = 0; i < 4; ++i) b[at + i] = static_cast<uint8_t>(v >> (8 * i));
 }
-void Add16(Bytes& b, uint16_t v) {
-    b.resize(b.size() + 2);
-    Put16(b, b.size() - 2, v);
+// Little-endian fields of the given sizes in bytes.
+void Fields(Bytes& b, std::initializer_list<std::pair<int, uint32_t>> fields) {
+    for (const auto& f : fields)
+        for (int i = 0; i < f.first; ++i) b.push_back(static_cast<uint8_t>(f.second >> (8 * i)));
 }
-void Add32(Bytes& b, uint32_t v) {
-    b.resize(b.size() + 4);
-    Put32(b, b.size() - 4, v);
-}
-void AddText(Bytes& b, const std::string& s) { b.insert(b.end(), s.begin(), s.end()); }
 
 struct Entry {
     std::string name, data;
 };
 
-// A stored archive as `zip -0` writes one; `directoryAt` and `endAt` say where its parts begin.
+// A stored archive as `zip -0` writes one, and where its directory entries and end record begin.
 struct Archive {
     Bytes bytes;
     std::vector<size_t> directoryEntries;
@@ -45,52 +41,31 @@ struct Archive {
 
 Archive Make(const std::vector<Entry>& entries, const std::string& comment = "") {
     Archive a;
-    std::vector<size_t> locals;
+    std::vector<uint32_t> locals, crcs;
     for (const Entry& e : entries) {
-        locals.push_back(a.bytes.size());
-        const auto* data = reinterpret_cast<const uint8_t*>(e.data.data());
-        Add32(a.bytes, 0x04034b50);
-        Add16(a.bytes, 10);
-        Add16(a.bytes, 0);
-        Add16(a.bytes, 0);
-        Add32(a.bytes, 0);
-        Add32(a.bytes, kxskin::ZipCrc32(data, e.data.size()));
-        Add32(a.bytes, static_cast<uint32_t>(e.data.size()));
-        Add32(a.bytes, static_cast<uint32_t>(e.data.size()));
-        Add16(a.bytes, static_cast<uint16_t>(e.name.size()));
-        Add16(a.bytes, 0);
-        AddText(a.bytes, e.name);
-        AddText(a.bytes, e.data);
+        locals.push_back(static_cast<uint32_t>(a.bytes.size()));
+        crcs.push_back(kxskin::ZipCrc32(reinterpret_cast<const uint8_t*>(e.data.data()), e.data.size()));
+        const uint32_t size = static_cast<uint32_t>(e.data.size()), name = static_cast<uint32_t>(e.name.size());
+        Fields(a.bytes, {{4, 0x04034b50}, {2, 10}, {2, 0}, {2, 0}, {4, 0}, {4, crcs.back()}, {4, size}, {4, size},
+                         {2, name}, {2, 0}});
+        a.bytes.insert(a.bytes.end(), e.name.begin(), e.name.end());
+        a.bytes.insert(a.bytes.end(), e.data.begin(), e.data.end());
     }
-    const size_t directory = a.bytes.size();
+    const uint32_t directory = static_cast<uint32_t>(a.bytes.size());
     for (size_t i = 0; i < entries.size(); ++i) {
-        const Entry& e = entries[i];
+        const uint32_t size = static_cast<uint32_t>(entries[i].data.size());
         a.directoryEntries.push_back(a.bytes.size());
-        Add32(a.bytes, 0x02014b50);
-        Add16(a.bytes, 20);
-        Add16(a.bytes, 10);
-        Add16(a.bytes, 0);
-        Add16(a.bytes, 0);
-        Add32(a.bytes, 0);
-        Add32(a.bytes, kxskin::ZipCrc32(reinterpret_cast<const uint8_t*>(e.data.data()), e.data.size()));
-        Add32(a.bytes, static_cast<uint32_t>(e.data.size()));
-        Add32(a.bytes, static_cast<uint32_t>(e.data.size()));
-        Add16(a.bytes, static_cast<uint16_t>(e.name.size()));
-        for (int k = 0; k < 4; ++k) Add16(a.bytes, 0);
-        Add32(a.bytes, 0);
-        Add32(a.bytes, static_cast<uint32_t>(locals[i]));
-        AddText(a.bytes, e.name);
+        Fields(a.bytes, {{4, 0x02014b50}, {2, 20}, {2, 10}, {2, 0}, {2, 0}, {4, 0}, {4, crcs[i]}, {4, size},
+                         {4, size}, {2, static_cast<uint32_t>(entries[i].name.size())}, {2, 0}, {2, 0}, {2, 0},
+                         {2, 0}, {4, 0}, {4, locals[i]}});
+        a.bytes.insert(a.bytes.end(), entries[i].name.begin(), entries[i].name.end());
     }
     a.endAt = a.bytes.size();
-    Add32(a.bytes, 0x06054b50);
-    Add16(a.bytes, 0);
-    Add16(a.bytes, 0);
-    Add16(a.bytes, static_cast<uint16_t>(entries.size()));
-    Add16(a.bytes, static_cast<uint16_t>(entries.size()));
-    Add32(a.bytes, static_cast<uint32_t>(a.endAt - directory));
-    Add32(a.bytes, static_cast<uint32_t>(directory));
-    Add16(a.bytes, static_cast<uint16_t>(comment.size()));
-    AddText(a.bytes, comment);
+    const uint32_t count = static_cast<uint32_t>(entries.size());
+    Fields(a.bytes, {{4, 0x06054b50}, {2, 0}, {2, 0}, {2, count}, {2, count},
+                     {4, static_cast<uint32_t>(a.endAt - directory)}, {4, directory},
+                     {2, static_cast<uint32_t>(comment.size())}});
+    a.bytes.insert(a.bytes.end(), comment.begin(), comment.end());
     return a;
 }
 
