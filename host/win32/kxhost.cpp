@@ -191,6 +191,14 @@ int wmain(int argc, wchar_t** argv) {
     }
     Say(L"kxhost: %s run, pictures to %s", headless ? L"headless" : L"interactive", outDir.c_str());
 
+    // A host installs the skinning library HookWndU.DLL beside its executable, where the plug-in's
+    // load by name finds it first. The build keeps it in bin\hookwnd instead, so that the test
+    // programs beside kxhost.exe never load it by accident: the folder joins the search path right
+    // after the executable's own. ComRcRes.bff lies beside the plug-in, as installed.
+    const std::wstring skinDir = ExeDir() + L"hookwnd";
+    SetDllDirectoryW(skinDir.c_str());
+    Say(L"kxhost: skinning library from %s", skinDir.c_str());
+
     kxhost::SampleLibrary library = kxdemo::MakeDemoLibrary(outDir);
     for (const std::wstring& line : kxdemo::DescribeLibrary(*library.library)) Say(L"library: %s", line.c_str());
 
