@@ -74,7 +74,7 @@ void CKxBaloontipBase::Clear() {
 
 HRESULT CKxBaloontipBase::CheckSkinAndTarget(BOOL wantControlMode, HRESULT noWindow) {
     if (!m_bControlMode != !wantControlMode) return E_INVALIDARG;
-    if (!m_platform.PathFileExists(m_szSkinFile)) return kNoSkinFile;
+    if (!m_platform.FileExists(m_szSkinFile)) return kNoSkinFile;
     if (!m_hTarget) return noWindow;
     if (noWindow == kNoWindow && !m_platform.IsWindow(m_hTarget)) return kNoWindow;
     return S_OK;
@@ -85,7 +85,7 @@ HRESULT CKxBaloontipBase::ShowAt(POINT point, DWORD timeout) {
     // a tip without a target is refused like a tip of the wrong sort
     HRESULT hr = CheckSkinAndTarget(FALSE, E_INVALIDARG);
     if (FAILED(hr)) return hr;
-    if (m_pBubble && m_pBubble->HasWindow() && m_pBubble->IsWindowVisible()) return S_FALSE;
+    if (m_pBubble && m_pBubble->IsVisible()) return S_FALSE;
     if (!m_pBubble) {
         m_pBubble = m_platform.NewBubble();
         if (!m_pBubble) return E_OUTOFMEMORY;
@@ -123,7 +123,7 @@ HRESULT CKxBaloontipBase::EnsureBubble() {
     if (!m_pBubble) {
         m_pBubble = m_platform.NewBubble();
         if (!m_pBubble) return E_OUTOFMEMORY;
-    } else if (m_pBubble->HasWindow() && m_pBubble->IsWindowVisible()) {
+    } else if (m_pBubble->IsVisible()) {
         return S_FALSE;
     }
     return S_OK;
@@ -244,7 +244,7 @@ HRESULT KxCreateBalloonTip(IKxBalloonPlatform& platform, REFIID riid, HWND hwndT
     // the whole pointer must be writable: 4 bytes in the shipped 32-bit build
     if (platform.IsBadWritePtr(ppTip, sizeof(void*))) return E_POINTER;
     // the skin file, not the resource library, decides whether tips can exist
-    if (!platform.PathFileExists(skinFile)) return kNoSkinFile;
+    if (!platform.FileExists(skinFile)) return kNoSkinFile;
     if (!hwndTarget) return E_INVALIDARG;
     if (IsEqualIID(riid, IID_IKxBalloonTip)) {
         CKxBalloonlTip* tip = new (std::nothrow) CKxBalloonlTip(platform);

@@ -23,7 +23,7 @@ public:
     virtual void ResetBubble() = 0;
     virtual BOOL CheckPlacement(POINT* flipPoint, POINT* movePoint, HWND targetWindow) = 0;
     virtual bool HasWindow() = 0;
-    virtual bool IsWindowVisible() = 0;
+    virtual bool IsVisible() = 0;  // the window exists and is visible
     // SetWindowPos of the window to a new top left: SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW.
     virtual void MoveWindowTo(POINT topLeft) = 0;
 };
@@ -36,7 +36,7 @@ struct KxModuleStateSlot {
 // What the tips need of the platform. One object serves every tip of the process.
 class IKxBalloonPlatform {
 public:
-    virtual BOOL PathFileExists(LPCWSTR path) = 0;
+    virtual BOOL FileExists(LPCWSTR path) = 0;
     virtual BOOL IsWindow(HWND hWnd) = 0;
     virtual BOOL GetWindowRect(HWND hWnd, RECT* rc) = 0;
     // True when `bytes` at `p` cannot be written (IsBadWritePtr).

@@ -44,7 +44,7 @@ struct FakeBubble : IKxBubble {
         return flips;
     }
     bool HasWindow() override { return window; }
-    bool IsWindowVisible() override { return visible; }
+    bool IsVisible() override { return window && visible; }
     void MoveWindowTo(POINT p) override { Log("move " + std::to_string(p.x) + "," + std::to_string(p.y)); }
     void Log(const std::string& s);
 
@@ -54,7 +54,7 @@ struct FakeBubble : IKxBubble {
 };
 
 struct FakePlatform : IKxBalloonPlatform {
-    BOOL PathFileExists(LPCWSTR path) override { return path && files.count(path); }
+    BOOL FileExists(LPCWSTR path) override { return path && files.count(path); }
     BOOL IsWindow(HWND h) override { return rects.count(h); }
     BOOL GetWindowRect(HWND h, RECT* rc) override {
         auto it = rects.find(h);
