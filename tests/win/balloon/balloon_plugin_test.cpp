@@ -245,6 +245,9 @@ TEST_F(BalloonThroughPlugin, UpdatePositionFollowsTheTargetAndFlipsAtTheScreensE
 TEST_F(BalloonThroughPlugin, AControlTipShowsOncePerVisitOfTheTargetAndLeavesWithItsTime) {
     SkinRecorder skin;
     IKxBalloonTipControl* tip = CreateControl();
+    void* out = &before;
+    EXPECT_EQ(E_NOTIMPL, tip->QueryInterface(IID_IKxBalloonTipControl, &out));
+    EXPECT_EQ(static_cast<void*>(&before), out);
     EXPECT_EQ(S_OK, tip->SetTimeout(400));
     MSG overTarget = Message(target, WM_MOUSEMOVE), elsewhere = Message(other, WM_MOUSEMOVE);
     SetCursorPos(250, 180);
