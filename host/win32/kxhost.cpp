@@ -220,7 +220,8 @@ void ShowBalloonTips(DemoContext& demo) {
                                                     reinterpret_cast<void**>(&tip));
             if (FAILED(hr)) {
                 Say(L"CreateBalloonTip(IKxBalloonTip, flags 0x%02x) -> 0x%08lx%s", kind.flags,
-                    static_cast<unsigned long>(hr), hr == static_cast<HRESULT>(0x80070002) ? L" (no ComRcRes.bff)" : L"");
+                    static_cast<unsigned long>(hr),
+                    hr == static_cast<HRESULT>(0x80070002) ? L" (no ComRcRes.bff beside the plug-in)" : L"");
                 DestroyWindow(target);
                 return;
             }
@@ -231,7 +232,8 @@ void ShowBalloonTips(DemoContext& demo) {
             RECT rc = {0, 0, 0, 0};
             if (bubble) GetWindowRect(bubble, &rc);
             std::wstring file = std::wstring(L"balloon-") + kind.name + L"-" + corner.name + L".png";
-            const bool written = demo.headless && bubble && CaptureWindowToPng(bubble, (demo.outDir + L"\\" + file).c_str());
+            const std::wstring path = demo.outDir + L"\\" + file;
+            const bool written = demo.headless && bubble && CaptureWindowToPng(bubble, path.c_str());
             Say(L"Show(flags 0x%02x, point %ld,%ld) -> 0x%08lx, bubble %ld,%ld-%ld,%ld%s%s", kind.flags, corner.at.x,
                 corner.at.y, static_cast<unsigned long>(hr), rc.left, rc.top, rc.right, rc.bottom,
                 written ? L", picture " : L"", written ? file.c_str() : L"");
@@ -250,8 +252,8 @@ void ShowBalloonTips(DemoContext& demo) {
         move.message = WM_MOUSEMOVE;
         Say(L"RelayEvent(WM_MOUSEMOVE over the target) -> %ld", static_cast<long>(control->RelayEvent(&move)));
         PumpFor(demo.headless ? 100 : 2500);
-        const bool written =
-            demo.headless && FindBubble() && CaptureWindowToPng(FindBubble(), (demo.outDir + L"\\balloon-tracking.png").c_str());
+        const std::wstring path = demo.outDir + L"\\balloon-tracking.png";
+        const bool written = demo.headless && FindBubble() && CaptureWindowToPng(FindBubble(), path.c_str());
         if (written) Say(L"tracking tip, picture balloon-tracking.png");
         control->Release();
     }

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <new>
 
+#include "balloon/bubble_constants.h"
 #include "kx/IKxBalloonTip.h"
 
 // The bubble window as the tips use it (CKXBubbleToolTip on Win32).
@@ -141,10 +142,8 @@ public:
     HRESULT STDMETHODCALLTYPE RelayEvent(MSG* msg) override;
     void STDMETHODCALLTYPE Close() override;
 
-    DWORD m_nTimeout = kControlTimeout;
+    DWORD m_nTimeout = kBalloonControlTimeout;
     volatile LONG m_cRef = 1;
-
-    static constexpr DWORD kControlTimeout = 5000;
 };
 
 // CreateBalloonTip of IKxCommonResource, in its fixed order: the out pointer, the skin file, the
