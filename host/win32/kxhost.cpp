@@ -167,18 +167,17 @@ void ShowAddToDialogs(DemoContext& demo) {
     root->Release();
 }
 
+BOOL CALLBACK FindBubbleOfThread(HWND hwnd, LPARAM lp) {
+    wchar_t cls[64] = {};
+    GetClassNameW(hwnd, cls, 64);
+    if (lstrcmpW(cls, KX_BUBBLE_CLASS_NAME) == 0) *reinterpret_cast<HWND*>(lp) = hwnd;
+    return TRUE;
+}
+
 // The speech bubble of this thread, null when none is up.
 HWND FindBubble() {
     HWND found = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND hwnd, LPARAM lp) -> BOOL {
-            wchar_t cls[64] = {};
-            GetClassNameW(hwnd, cls, 64);
-            if (lstrcmpW(cls, KX_BUBBLE_CLASS_NAME) == 0) *reinterpret_cast<HWND*>(lp) = hwnd;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumThreadWindows(GetCurrentThreadId(), &FindBubbleOfThread, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 
