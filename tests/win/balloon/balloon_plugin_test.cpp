@@ -279,6 +279,42 @@ TEST_F(BalloonThroughPlugin, AControlTipShowsOncePerVisitOfTheTargetAndLeavesWit
     EXPECT_EQ(2u, skin.LinesStartingWith("call op=0xc hook=0x4b01 0x1 0x0 picture=ISpeechBubble.png").size());
 }
 
+struct ChurnWork {
+    IKxBalloonTip* tip;
+    IKxBalloonTipControl* control;
+};
+
+DWORD WINAPI Churn(LPVOID p) {
+    ChurnWork* w = static_cast<ChurnWork*>(p);
+    for (int i = 0; i < 20000; ++i) {
+        w->tip->AddRef();
+        w->control->AddRef();
+        w->tip->Release();
+        w->control->Release();
+    }
+    return 0;
+}
+
+// The plug-in's own build of the counts: threads add and release references at once, the count
+// ends where it began and the last Release ends the tip with its bubble.
+TEST_F(BalloonThroughPlugin, ReferenceCountsFromSeveralThreadsEndAtZero) {
+    SkinRecorder skin;
+    IKxBalloonTip* tip = CreateTip(0x30);
+    IKxBalloonTipControl* control = CreateControl();
+    ASSERT_EQ(S_OK, tip->Show(TRUE, 0));
+    ChurnWork work = {tip, control};
+    HANDLE threads[4];
+    for (HANDLE& t : threads) t = CreateThread(nullptr, 0, &Churn, &work, 0, nullptr);
+    WaitForMultipleObjects(4, threads, TRUE, INFINITE);
+    for (HANDLE t : threads) CloseHandle(t);
+    EXPECT_EQ(2u, tip->AddRef());
+    EXPECT_EQ(1u, tip->Release());
+    EXPECT_NE(nullptr, TheBubble());
+    EXPECT_EQ(0u, tip->Release());
+    EXPECT_EQ(0u, control->Release());
+    EXPECT_TRUE(NoBubble());
+}
+
 // Without the library, or with a library that refuses the popup, nothing appears and no window
 // remains.
 TEST_F(BalloonThroughPlugin, TheBubbleRefusesToShowUnskinned) {
