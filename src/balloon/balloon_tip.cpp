@@ -72,19 +72,17 @@ void CKxBaloontipBase::Clear() {
     m_bControlMode = TRUE;
 }
 
-HRESULT CKxBaloontipBase::CheckSkinAndTarget(BOOL wantControlMode, HRESULT noWindow) {
+HRESULT CKxBaloontipBase::CheckSortAndSkin(BOOL wantControlMode) {
     if (!m_bControlMode != !wantControlMode) return E_INVALIDARG;
     if (!m_platform.FileExists(m_szSkinFile)) return kNoSkinFile;
-    if (!m_hTarget) return noWindow;
-    if (noWindow == kNoWindow && !m_platform.IsWindow(m_hTarget)) return kNoWindow;
     return S_OK;
 }
 
 HRESULT CKxBaloontipBase::ShowAt(POINT point, DWORD timeout) {
     CKxBalloonStateSwitch state(m_platform);
-    // a tip without a target is refused like a tip of the wrong sort
-    HRESULT hr = CheckSkinAndTarget(FALSE, E_INVALIDARG);
+    HRESULT hr = CheckSortAndSkin(FALSE);
     if (FAILED(hr)) return hr;
+    if (!m_hTarget) return E_INVALIDARG;  // a tip without a target is refused like one of the wrong sort
     if (m_pBubble && m_pBubble->IsVisible()) return S_FALSE;
     if (!m_pBubble) {
         m_pBubble = m_platform.NewBubble();
@@ -101,8 +99,9 @@ HRESULT CKxBaloontipBase::ShowAt(POINT point, DWORD timeout) {
 
 HRESULT CKxBaloontipBase::FollowTarget() {
     CKxBalloonStateSwitch state(m_platform);
-    HRESULT hr = CheckSkinAndTarget(FALSE, kNoWindow);
+    HRESULT hr = CheckSortAndSkin(FALSE);
     if (FAILED(hr)) return hr;
+    if (!m_platform.IsWindow(m_hTarget)) return kNoWindow;
     if (!m_pBubble) return E_POINTER;
     POINT flip = {0, 0}, move = {0, 0};
     if (m_pBubble->CheckPlacement(&flip, &move, m_hTarget)) {
@@ -118,8 +117,9 @@ HRESULT CKxBaloontipBase::FollowTarget() {
 
 HRESULT CKxBaloontipBase::EnsureBubble() {
     CKxBalloonStateSwitch state(m_platform);
-    HRESULT hr = CheckSkinAndTarget(TRUE, kNoWindow);
+    HRESULT hr = CheckSortAndSkin(TRUE);
     if (FAILED(hr)) return hr;
+    if (!m_platform.IsWindow(m_hTarget)) return kNoWindow;
     if (!m_pBubble) {
         m_pBubble = m_platform.NewBubble();
         if (!m_pBubble) return E_OUTOFMEMORY;
@@ -131,8 +131,9 @@ HRESULT CKxBaloontipBase::EnsureBubble() {
 
 HRESULT CKxBaloontipBase::RelayMessage(const MSG& message, DWORD timeout) {
     CKxBalloonStateSwitch state(m_platform);
-    HRESULT hr = CheckSkinAndTarget(TRUE, kNoWindow);
+    HRESULT hr = CheckSortAndSkin(TRUE);
     if (FAILED(hr)) return hr;
+    if (!m_platform.IsWindow(m_hTarget)) return kNoWindow;
     if (!m_pBubble) return E_POINTER;
     return m_pBubble->RelayMessage(m_hTarget, message, m_nFlags, m_pszTitle, m_pszText, m_szSkinFile, timeout);
 }

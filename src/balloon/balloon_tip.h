@@ -38,7 +38,7 @@ struct KxModuleStateSlot {
 class IKxBalloonPlatform {
 public:
     virtual BOOL FileExists(LPCWSTR path) = 0;
-    virtual BOOL IsWindow(HWND hWnd) = 0;
+    virtual BOOL IsWindow(HWND hWnd) = 0;  // false for null
     virtual BOOL GetWindowRect(HWND hWnd, RECT* rc) = 0;
     // True when `bytes` at `p` cannot be written (IsBadWritePtr).
     virtual bool IsBadWritePtr(void* p, size_t bytes) = 0;
@@ -102,8 +102,9 @@ protected:
     IKxBalloonPlatform& m_platform;
 
 private:
-    // The common first steps of the operations that need a skin, a target window and a mode.
-    HRESULT CheckSkinAndTarget(BOOL wantControlMode, HRESULT noWindow);
+    // The first two steps of the operations that show: the tip is of the wanted sort (0x80070057
+    // otherwise) and the skin package is there (0x80070002 otherwise).
+    HRESULT CheckSortAndSkin(BOOL wantControlMode);
 };
 
 // The tip objects live in CoTaskMem blocks, so that an out-of-memory creation can be reached and
