@@ -190,6 +190,22 @@ TEST_F(BalloonThroughPlugin, HidingForgetsThePositionButNotThatItWasSetAndTimer1
                                          "picture=ESpeechBubble.png").size());
 }
 
+// The bubble is owned by its target: when the host destroys the target, the bubble goes with it
+// and the tip can still be hidden, shown again and released.
+TEST_F(BalloonThroughPlugin, ATipOutlivesTheBubbleThatItsTargetTookAlong) {
+    SkinRecorder skin;
+    IKxBalloonTip* tip = CreateTip(0x40);
+    ASSERT_EQ(S_OK, tip->Show(TRUE, 0));
+    DestroyWindow(target);
+    EXPECT_TRUE(NoBubble());
+    EXPECT_EQ(S_OK, tip->UpdatePosition()) << "no window to follow";
+    EXPECT_EQ(S_OK, tip->Show(FALSE, 0));
+    EXPECT_EQ(S_OK, tip->Show(TRUE, 0)) << "a target that is gone still has a tip, at 0, 0";
+    EXPECT_NE(nullptr, TheBubble());
+    EXPECT_EQ(0u, tip->Release());
+    target = HostWindow(200, 150, 200, 100);  // the host's window, counted when the test began
+}
+
 // The point touches the asked position in each corner of the screen, the picture naming the corner.
 TEST_F(BalloonThroughPlugin, ThePointTouchesTheAskedPositionInAllFourCorners) {
     const LONG w = desktop.right - desktop.left, h = desktop.bottom - desktop.top;
