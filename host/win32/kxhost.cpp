@@ -9,11 +9,14 @@
 #include <memory>
 #include <string>
 
+#include "balloon/bubble_constants.h"
+#include "kx/IKxBalloonTip.h"
 #include "kx/IKxCommonResource.h"
 #include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
 #include "resources/dialogs/message_box_ids.h"
+#include "host/win32/window_capture.h"
 
 namespace {
 
@@ -167,6 +170,98 @@ void ShowAddToDialogs(DemoContext& demo) {
     root->Release();
 }
 
+BOOL CALLBACK FindBubbleOfThread(HWND hwnd, LPARAM lp) {
+    wchar_t cls[64] = {};
+    GetClassNameW(hwnd, cls, 64);
+    if (lstrcmpW(cls, KX_BUBBLE_CLASS_NAME) == 0) *reinterpret_cast<HWND*>(lp) = hwnd;
+    return TRUE;
+}
+
+// The speech bubble of this thread, null when none is up.
+HWND FindBubble() {
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), &FindBubbleOfThread, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+void PumpFor(DWORD ms) {
+    const DWORD end = GetTickCount() + ms;
+    do {
+        MSG m;
+        while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&m);
+            DispatchMessageW(&m);
+        }
+        Sleep(10);
+    } while (static_cast<LONG>(GetTickCount() - end) < 0);
+}
+
+// Balloon tips of each kind (0x10 error, 0x30 warning, 0x40 information) with their point in each
+// corner of the screen, then a tracking tip that a relayed mouse move shows. Headless, each
+// bubble is written to a PNG file. Tips exist only with the skin package beside the plug-in, and
+// show only where the skinning library can be loaded.
+void ShowBalloonTips(DemoContext& demo) {
+    RECT screen;
+    GetWindowRect(GetDesktopWindow(), &screen);
+    const LONG w = screen.right - screen.left, h = screen.bottom - screen.top;
+    HWND target = CreateWindowExW(0, L"STATIC", L"Title field", WS_POPUP | WS_VISIBLE | WS_BORDER, w / 2 - 100,
+                                  h / 2 - 12, 200, 24, nullptr, nullptr, nullptr, nullptr);
+    struct Kind { UINT flags; const wchar_t* name; const wchar_t* title; const wchar_t* text; } kinds[] = {
+        {0x10, L"error", L"Cannot save", L"The file is read-only. Choose another folder and try again."},
+        {0x30, L"warning", L"Text too long", L"A title holds at most 255 characters."},
+        {0x40, L"info", L"Tip", L"Drop a picture here to make it the album's art."},
+    };
+    struct Corner { const wchar_t* name; POINT at; } corners[] = {
+        {L"top-left", {40, 40}}, {L"top-right", {w - 40, 40}}, {L"bottom-left", {40, h - 40}},
+        {L"bottom-right", {w - 40, h - 40}},
+    };
+    for (const Kind& kind : kinds) {
+        for (const Corner& corner : corners) {
+            IKxBalloonTip* tip = nullptr;
+            HRESULT hr = demo.res->CreateBalloonTip(IID_IKxBalloonTip, target, kind.text, kind.title, kind.flags,
+                                                    reinterpret_cast<void**>(&tip));
+            if (FAILED(hr)) {
+                Say(L"CreateBalloonTip(IKxBalloonTip, flags 0x%02x) -> 0x%08lx%s", kind.flags,
+                    static_cast<unsigned long>(hr),
+                    hr == static_cast<HRESULT>(0x80070002) ? L" (no ComRcRes.bff beside the plug-in)" : L"");
+                DestroyWindow(target);
+                return;
+            }
+            tip->SetPosition(&corner.at);
+            hr = tip->Show(TRUE, 0);
+            PumpFor(demo.headless ? 100 : 1500);
+            HWND bubble = FindBubble();
+            RECT rc = {0, 0, 0, 0};
+            if (bubble) GetWindowRect(bubble, &rc);
+            std::wstring file = std::wstring(L"balloon-") + kind.name + L"-" + corner.name + L".png";
+            const std::wstring path = demo.outDir + L"\\" + file;
+            const bool written = demo.headless && bubble && CaptureWindowToPng(bubble, path.c_str());
+            Say(L"Show(flags 0x%02x, point %ld,%ld) -> 0x%08lx, bubble %ld,%ld-%ld,%ld%s%s", kind.flags, corner.at.x,
+                corner.at.y, static_cast<unsigned long>(hr), rc.left, rc.top, rc.right, rc.bottom,
+                written ? L", picture " : L"", written ? file.c_str() : L"");
+            tip->Release();
+        }
+    }
+    IKxBalloonTipControl* control = nullptr;
+    HRESULT hr = demo.res->CreateBalloonTip(IID_IKxBalloonTipControl, target, L"Type the album's title here.",
+                                            L"Album title", 0x40, reinterpret_cast<void**>(&control));
+    Say(L"CreateBalloonTip(IKxBalloonTipControl) -> 0x%08lx", static_cast<unsigned long>(hr));
+    if (control) {
+        control->SetTimeout(2000);
+        SetCursorPos(w / 2, h / 2);
+        MSG move = {};
+        move.hwnd = target;
+        move.message = WM_MOUSEMOVE;
+        Say(L"RelayEvent(WM_MOUSEMOVE over the target) -> %ld", static_cast<long>(control->RelayEvent(&move)));
+        PumpFor(demo.headless ? 100 : 2500);
+        const std::wstring path = demo.outDir + L"\\balloon-tracking.png";
+        const bool written = demo.headless && FindBubble() && CaptureWindowToPng(FindBubble(), path.c_str());
+        if (written) Say(L"tracking tip, picture balloon-tracking.png");
+        control->Release();
+    }
+    DestroyWindow(target);
+}
+
 struct DemoStep {
     const wchar_t* name;
     void (*run)(DemoContext& demo);
@@ -178,6 +273,7 @@ const DemoStep kDemoSteps[] = {
     {L"preconditions", ShowPreconditions},
     {L"message boxes", ShowMessageBoxes},
     {L"add to playlist or slideshow", ShowAddToDialogs},
+    {L"balloon tips", ShowBalloonTips},
 };
 
 }  // namespace

@@ -3,13 +3,16 @@
 // point to, to the file named by the environment variable KX_HOOK_LOG, one line each; so does its
 // loading and unloading. KX_HOOK_REFUSE names one operation (decimal or 0x hex) that answers 0, as
 // the library does when it cannot open or attach. While a dialog is attached, its controls are
-// watched for WM_HKSTATIC_FUNCTION.
+// watched for WM_HKSTATIC_FUNCTION; so are a skinned popup's, whose descriptor's picture and
+// package path are written out, as is the picture of a popup's shape.
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+#include "frame/skin_client.h"
 
 namespace {
 
@@ -98,6 +101,12 @@ extern "C" DWORD_PTR WINAPI CallHookWnd(DWORD_PTR op, DWORD_PTR hook, DWORD_PTR 
     if (op == 0x1000) {
         line += " window=" + ClassName(reinterpret_cast<HWND>(third)) + " file=" +
                 reinterpret_cast<const char*>(fourth) + " path=" + Utf8(reinterpret_cast<const wchar_t*>(fifth));
+    } else if (op == 3 && fifth) {
+        const auto* d = reinterpret_cast<const _tagHookPopupDescriptor*>(fifth);
+        line += " " + Hex(third) + " window=" + ClassName(reinterpret_cast<HWND>(fourth)) + " picture=" +
+                (d->pszPicture ? d->pszPicture : "(null)") + " path=" + (d->pszSkinPath ? Utf8(d->pszSkinPath) : "(null)");
+    } else if (op == 12 && fifth) {
+        line += " " + Hex(third) + " " + Hex(fourth) + " picture=" + reinterpret_cast<const char*>(fifth);
     } else {
         line += " " + Hex(third) + " " + Hex(fourth) + " " + Hex(fifth);
     }
@@ -109,6 +118,7 @@ extern "C" DWORD_PTR WINAPI CallHookWnd(DWORD_PTR op, DWORD_PTR hook, DWORD_PTR 
     if (op == 1) return g_nextHook++;
     if (op == 4) UnwatchAll();
     if (op == 0x1000) EnumChildWindows(reinterpret_cast<HWND>(third), &WatchChild, 0);
+    if (op == 3) EnumChildWindows(reinterpret_cast<HWND>(fourth), &WatchChild, 0);
     return 1;
 }
 
