@@ -27,7 +27,7 @@ IKxDialogRunner* Runner() { return KxGetDialogRunner(); }
 }  // namespace
 
 KxComResPlginPluginObj::KxComResPlginPluginObj(IUnknown* outer)
-    : CVnUnknown(outer), m_hResourceLibrary(nullptr), m_hrOleInitialize(E_FAIL) {
+    : CVnUnknown(outer), m_hrOleInitialize(E_FAIL) {
     m_szSkinFile[0] = L'\0';
     m_szDefaultCaption[0] = L'\0';
 }
@@ -51,21 +51,18 @@ HRESULT KxComResPlginPluginObj::Init() {
 
     WCHAR path[kSkinFileChars];
     BuildPathBesideModule(*platform, L"ComRcRes.dll", path);
-    m_hResourceLibrary = platform->LoadLibraryW(path);
-    if (m_hResourceLibrary) platform->SetModuleResourceHandle(m_hResourceLibrary);
+    m_hResourceLibrary.Reset(platform->LoadLibraryW(path));
+    if (m_hResourceLibrary) platform->SetModuleResourceHandle(m_hResourceLibrary.Get());
 
     BuildPathBesideModule(*platform, L"ComRcRes.bff", m_szSkinFile);
-    platform->LoadStringW(m_hResourceLibrary, kDefaultCaptionString, m_szDefaultCaption, kDefaultCaptionChars);
+    platform->LoadStringW(m_hResourceLibrary.Get(), kDefaultCaptionString, m_szDefaultCaption, kDefaultCaptionChars);
     return m_hResourceLibrary ? S_OK : E_FAIL;
 }
 
 void KxComResPlginPluginObj::FinalRelease() {
     TraceLog(L"S:KxComResPlginPluginObj::FinalRelease>>");
     IKxPluginPlatform* platform = KxGetPluginPlatform();
-    if (m_hResourceLibrary) {
-        if (platform) platform->FreeLibrary(m_hResourceLibrary);
-        m_hResourceLibrary = nullptr;
-    }
+    m_hResourceLibrary.Reset();
     if (m_hrOleInitialize >= 0 && platform) platform->OleUninitialize();
     InterlockedExchange(&m_cRef, 1);
 }
@@ -84,14 +81,14 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::NondelegatingQueryInterface(RE
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::GetResourceString(UINT stringId, LPWSTR* ppszText) {
     IKxPluginPlatform* platform = KxGetPluginPlatform();
     if (!platform) return NoLibrary();
-    return KxGetResourceString(*platform, m_hResourceLibrary, stringId, ppszText);
+    return KxGetResourceString(*platform, m_hResourceLibrary.Get(), stringId, ppszText);
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::LoadResourceString(UINT stringId, LPWSTR pszBuffer, INT cchBuffer,
                                                                      INT* pcchNeeded) {
     IKxPluginPlatform* platform = KxGetPluginPlatform();
     if (!platform) return NoLibrary();
-    return KxLoadResourceString(*platform, m_hResourceLibrary, stringId, pszBuffer, cchBuffer, pcchNeeded);
+    return KxLoadResourceString(*platform, m_hResourceLibrary.Get(), stringId, pszBuffer, cchBuffer, pcchNeeded);
 }
 
 // The dialog operations: preconditions in the interface's order, then the dialog's runner.

@@ -52,4 +52,5 @@ HRESULT STDMETHODCALLTYPE CVnFactory::LockServer(BOOL lock) {
 
 void* CVnFactory::operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return CoTaskMemAlloc(bytes); }
 
+// The storage of operator new above goes back to the task allocator here, and nowhere else.
 void CVnFactory::operator delete(void* block) noexcept { CoTaskMemFree(block); }

@@ -74,7 +74,7 @@ protected:
     std::unique_ptr<M> Filled(LPCWSTR initial, IKxContentFolder* folder = nullptr) {
         auto m = std::make_unique<M>(M::ModePlaylist, folder ? folder : root, initial);
         EXPECT_EQ(S_OK, m->LoadExisting(M::WhichPlaylists));
-        m->FillCombo(combo, m->m_pszInitialName);
+        m->FillCombo(combo, m->m_pszInitialName.Get());
         return m;
     }
     std::string Names(const M& m) {
