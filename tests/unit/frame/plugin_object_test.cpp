@@ -124,10 +124,17 @@ TEST_F(PluginFrame, RefusedClassObjectsAndInstancesLeaveNothingAlive) {
     };
     for (const auto& row : rows) {
         void* out = kUntouched;
+        g_szTraceMessage[0] = L'\0';
         if (row.failAllocation) kxcompat::FailTaskMemAllocations(row.failAllocation);
         EXPECT_EQ(row.status, row.call(&out));
         EXPECT_EQ(row.out, out) << std::hex << row.status;
         EXPECT_EQ(0, g_cLiveObjects);
+        // the object that could not be made says so in the trace
+        if (row.failAllocation == 2) {
+            EXPECT_EQ(std::wstring(L"E:KxComResPlginPluginObj::CreateInstance>> Failed to create "
+                                   L"KxComResPlginPluginObj object"),
+                      g_szTraceMessage);
+        }
     }
     EXPECT_EQ(1, platform.oleStarts) << "only the object whose interface was refused came up";
     EXPECT_EQ(1, platform.frees);
@@ -185,12 +192,17 @@ TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibraryAndOleEndsOnlyWhenItStart
     EXPECT_EQ(E_FAIL, Create(&out));
     EXPECT_EQ(kUntouched, out);
     EXPECT_EQ(2, platform.oleEnds);
-    // A failed OLE start does not stop the object, and is not ended later.
+    // A failed OLE start does not stop the object, and is not ended later; a start that found the
+    // thread in OLE already (S_FALSE) counts, and is ended.
     platform.resourcePath = L"C:\\Plugins\\ComRcRes.dll";
     platform.oleResult = E_OUTOFMEMORY;
     ASSERT_EQ(S_OK, Create(&out));
     static_cast<IKxCommonResource*>(out)->Release();
     EXPECT_EQ(2, platform.oleEnds);
+    platform.oleResult = S_FALSE;
+    ASSERT_EQ(S_OK, Create(&out));
+    static_cast<IKxCommonResource*>(out)->Release();
+    EXPECT_EQ(3, platform.oleEnds);
 }
 
 TEST_F(PluginFrame, AggregatedObjectForwardsItsInterfacesUnknownToTheOuter) {

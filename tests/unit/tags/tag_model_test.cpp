@@ -415,6 +415,19 @@ TEST_F(Writing, ArtGoesWithItsChangedMarkAndIsRemovedWithItsRemovedMarkEvenWitho
     EXPECT_EQ((std::vector<BYTE>{9, 8, 7, 6}), lib->Value(tracks[1], KxPropAlbumArt)->bytes);
 }
 
+// A tag the item has but whose value could not be read compares as no value: what the user typed
+// is written.
+TEST_F(Writing, ATypedTextIsWrittenWhereTheTagExistedWithoutAValue) {
+    lib->SetValue(tracks[1], KxPropAlbum, kxhost::PropertyValue::String(L"unread"), kxhost::kWritable);
+    lib->SetView(tracks, 1);
+    ScriptedEditor& e = Started({1}, true);
+    ASSERT_EQ(nullptr, e.m_tags.album);
+    ASSERT_EQ(static_cast<DWORD>(KX_TAGFLAGS_PRESENT | KX_TAGFLAG_WRITABLE), e.m_tags.albumFlags);
+    SetText(e.controls.album, L"Typed");
+    EXPECT_EQ(S_OK, e.WriteItemTags(pidls[1]));
+    EXPECT_EQ("1:2S 1:artR", Writes());
+}
+
 TEST_F(Writing, SuccessIfOneWriteSucceededElseTheLastFailure) {
     const HRESULT kSharingViolation = static_cast<HRESULT>(0x80070020u);
     ScriptedEditor& e = Started({0}, true);
