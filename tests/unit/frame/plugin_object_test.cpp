@@ -275,6 +275,79 @@ TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
     live->Release();
 }
 
+// A runner, and a platform's string table, that throw: out of memory, or anything else.
+struct Thrower {
+    bool outOfMemory = true;
+    HRESULT Throw() const {
+        if (outOfMemory) throw std::bad_alloc();
+        throw 42;
+    }
+};
+struct ThrowingRunner : IKxDialogRunner, Thrower {
+    HRESULT ShowNameDialog(Obj&, HWND, INT, INT, LPCWSTR, LPWSTR*) override { return Throw(); }
+    HRESULT ShowEditTagDialog(Obj&, HWND, Site, Folder, UINT, const KxPcPidl*) override { return Throw(); }
+    HRESULT ShowAddToPlaylistDialog(Obj&, HWND, Folder, LPCWSTR, KxPidl*, LPWSTR*) override { return Throw(); }
+    HRESULT ShowAddToSlideshowDialog(Obj&, HWND, Folder, LPCWSTR, KxPidl*, LPWSTR*) override { return Throw(); }
+    HRESULT ShowMessageBox(Obj&, HWND, LPCWSTR, LPCWSTR, UINT) override { return Throw(); }
+    HRESULT CreateBalloonTip(Obj&, REFIID, HWND, LPCWSTR, LPCWSTR, UINT, void**) override { return Throw(); }
+    HRESULT ShowImagePropertyDialog(Obj&, HWND, Site, Folder, KxPcPidl) override { return Throw(); }
+    HRESULT ShowVideoPropertyDialog(Obj&, HWND, Site, Folder, KxPcPidl) override { return Throw(); }
+    HRESULT ShowAddMusicsDialog(Obj&, DWORD, Site, Folder, LPCWSTR, IKxTrackList*, INT*, KxPidl**) override {
+        return Throw();
+    }
+};
+struct ThrowingStrings : FakePluginPlatform, Thrower {
+    bool on = false;
+    int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int cchBuffer) override {
+        return on ? Throw() : FakePluginPlatform::LoadStringW(module, id, buffer, cchBuffer);
+    }
+};
+
+// No exception leaves an operation: out of memory answers 0x8007000E, anything else 0x8000FFFF,
+// and the trace says which operation caught it.
+TEST_F(PluginFrame, AnExceptionInAnyOperationBecomesAStatusAndATraceLine) {
+    ThrowingStrings strings;
+    ThrowingRunner thrower;
+    KxSetPluginPlatform(&strings);
+    KxSetDialogRunner(&thrower);
+    IKxCommonResource* r = nullptr;
+    ASSERT_EQ(S_OK, Create((void**)&r));
+    strings.on = true;
+    auto* folder = reinterpret_cast<Folder>(0x20);
+    KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
+    LPWSTR text = nullptr;
+    INT needed = 0;
+    const std::vector<std::pair<const wchar_t*, std::function<HRESULT()>>> rows = {
+        {L"GetResourceString", [&] { return r->GetResourceString(188, &text); }},
+        {L"LoadResourceString", [&] { return r->LoadResourceString(188, nullptr, 0, &needed); }},
+        {L"ShowNameDialog", [&] { return r->ShowNameDialog(nullptr, 3, 2, nullptr, nullptr); }},
+        {L"ShowEditTagDialog",
+         [&] { return r->ShowEditTagDialog(nullptr, reinterpret_cast<Site>(0x10), folder, 1, &item); }},
+        {L"ShowAddToPlaylistDialog",
+         [&] { return r->ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+        {L"ShowAddToSlideshowDialog",
+         [&] { return r->ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+        {L"ShowMessageBox", [&] { return r->ShowMessageBox(nullptr, nullptr, nullptr, 0); }},
+        {L"CreateBalloonTip",
+         [&] { return r->CreateBalloonTip(IID_IKxBalloonTip, nullptr, nullptr, nullptr, 0, nullptr); }},
+        {L"ShowImagePropertyDialog", [&] { return r->ShowImagePropertyDialog(nullptr, nullptr, folder, item); }},
+        {L"ShowVideoPropertyDialog", [&] { return r->ShowVideoPropertyDialog(nullptr, nullptr, folder, item); }},
+        {L"ShowAddMusicsDialog",
+         [&] { return r->ShowAddMusicsDialog(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }},
+    };
+    for (bool outOfMemory : {true, false}) {
+        strings.outOfMemory = thrower.outOfMemory = outOfMemory;
+        for (const auto& row : rows) {
+            EXPECT_EQ(outOfMemory ? E_OUTOFMEMORY : E_UNEXPECTED, row.second()) << row.first;
+            EXPECT_EQ(std::wstring(L"E:KxComResPlginPluginObj::") + row.first + L">> Caught an exception: " +
+                          (outOfMemory ? L"out of memory" : L"unexpected error"),
+                      g_szTraceMessage);
+        }
+    }
+    EXPECT_EQ(0u, r->Release());
+    KxSetPluginPlatform(&platform);
+}
+
 // Registration: the arguments in the registration library's order, its results mapped, the walk
 // stopped at the first failing row.
 std::vector<std::wstring> g_registrations;
