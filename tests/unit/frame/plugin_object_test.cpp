@@ -311,6 +311,18 @@ TEST_F(PluginFrame, AnExceptionInAnyOperationBecomesAStatusAndATraceLine) {
     KxSetPluginPlatform(&strings);
     KxSetDialogRunner(&thrower);
     IKxCommonResource* r = nullptr;
+    strings.on = true;  // the start itself throws: the half-made object goes
+    g_debugLines.clear();
+    g_bTraceDebugString = TRUE;
+    kxcompat::SetDebugOutputSink([](LPCWSTR line, void*) { g_debugLines.emplace_back(line); }, nullptr);
+    EXPECT_EQ(E_OUTOFMEMORY, Create((void**)&r));
+    g_bTraceDebugString = FALSE;
+    kxcompat::SetDebugOutputSink(nullptr, nullptr);
+    ASSERT_GE(g_debugLines.size(), 3u);  // creation, start, the exception, the release
+    EXPECT_NE(std::wstring::npos,
+              g_debugLines[2].find(L"=E:CVnFactory::CreateInstance>> Caught an exception: out of memory\r\n"));
+    EXPECT_EQ(0, g_cLiveObjects);
+    strings.on = false;
     ASSERT_EQ(S_OK, Create((void**)&r));
     strings.on = true;
     auto* folder = reinterpret_cast<Folder>(0x20);
