@@ -81,7 +81,7 @@ void BM_ReadItemTags(benchmark::State& state) {
     QuietEditor editor(l.site, l.root, 1, &item);
     if (FAILED(editor.InitEditTagModel(nullptr, nullptr))) state.SkipWithError("start failed");
     for (auto _ : state) {
-        benchmark::DoNotOptimize(editor.ReadItemTags(editor.m_properties, item));
+        benchmark::DoNotOptimize(editor.ReadItemTags(editor.m_properties.Get(), item));
     }
     state.counters["names"] = static_cast<double>(editor.m_artistList.size() * 2 + editor.m_albumList.size() +
                                                   editor.m_genreList.size());
@@ -155,7 +155,7 @@ void BM_CapabilitiesAndWriteAll(benchmark::State& state) {
     QuietEditor editor(l.site, l.root, static_cast<UINT>(count), items.data());
     if (FAILED(editor.ConnectNamespace())) state.SkipWithError("connect failed");
     for (auto _ : state) {
-        editor.ReadItemCapabilities(editor.m_properties, items.data(), static_cast<UINT>(count));
+        editor.ReadItemCapabilities(editor.m_properties.Get(), items.data(), static_cast<UINT>(count));
         editor.WriteAllItems();
         state.PauseTiming();
         l.lib->ClearWrites();

@@ -312,6 +312,13 @@ const std::vector<ItemId>& InMemoryLibrary::Members(ItemId id) const {
     return nodes_[id].members;
 }
 
+bool InMemoryLibrary::IsChildOf(ItemId folder, ItemId item) const {
+    if (!Valid(folder) || !Valid(item)) return false;
+    if (nodes_[item].parent == folder) return true;
+    const std::vector<ItemId>& members = Members(folder);
+    return std::find(members.begin(), members.end(), item) != members.end();
+}
+
 DWORD InMemoryLibrary::AttributesOf(ItemId id) const {
     switch (nodes_[id].kind) {
         case ItemKind::Root: return 7;

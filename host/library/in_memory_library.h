@@ -19,9 +19,12 @@
 // Identifiers
 //   Every item and container has an ItemId. Its KxPidl is one record {library tag, id} and the
 //   terminator, so a folder's child, the name it resolves and the result of GetOwnId compare equal
-//   bytewise. Item operations (GetItemName, GetItemAttributes, GetItemObject) accept any identifier
-//   of this library on any folder; BindToFolder accepts only the folder's own child containers.
-//   Identifiers of another library instance are refused with E_INVALIDARG.
+//   bytewise. GetItemName names only the folder's own children (the items it lists with either
+//   flag, and those whose parent it is): a name is asked of the folder that enumerated the item.
+//   GetItemAttributes and GetItemObject accept any identifier of this library on any folder (the
+//   track dialogs read given tracks through the Albums folder); BindToFolder accepts only the
+//   folder's own child containers. Identifiers of another library instance are refused with
+//   E_INVALIDARG, and so is a name asked of a folder the item is not a child of.
 //
 // Decisions where the host is free
 //   - GetItemAttributes keeps bit 1 for containers, bit 2 for what BindToFolder opens and bit 4 for
@@ -189,9 +192,16 @@ public:
     std::string DescribeLiveObjects() const;
 
     // ---- failure injection ----------------------------------------------------------------------
-    // The `nth` call of `op` from now (1 = the next) and the `count` - 1 after it answer `status`
-    // without doing anything (out pointers nulled); count < 0: every call from the nth on.
+    // The `nth` call of `op` from now (1 = the next) and the `count` - 1 after it answer `status`;
+    // count < 0: every call from the nth on. What an injected status does is what a host may do:
+    //   - a success other than S_OK (S_FALSE) does the operation and reaches the caller as it is,
+    //     with whatever the operation handed out;
+    //   - a failure of an operation that hands out an interface (EnumItems, GetItemObject,
+    //     BindToFolder, the QueryInterface steps, QueryService) still does it and leaves the object
+    //     in the out pointer, for the caller to release; SetFailuresHandOut(false) nulls it instead;
+    //   - any other failure does nothing (out pointers nulled).
     void FailOperation(Op op, HRESULT status, int nth = 1, int count = 1);
+    void SetFailuresHandOut(bool on) { failuresHandOut_ = on; }
     void ResetFailures();
     // Calls of an operation since the library was made (failed ones included).
     long Calls(Op op) const { return calls_[static_cast<int>(op)]; }
@@ -240,7 +250,20 @@ public:
         std::vector<Prop> props;
     };
 
-    HRESULT Enter(Op op);  // counts the call; a failure to inject, else S_OK
+    HRESULT Enter(Op op);  // counts the call; the status to inject, else S_OK
+    // Counts the call and runs `body` (the operation proper) under the status to inject, as the
+    // failure injection above says; `handsOut` for an operation that hands out an interface.
+    template <typename Body>
+    HRESULT Run(Op op, bool handsOut, Body body) {
+        const HRESULT injected = Enter(op);
+        if (FAILED(injected) && !(handsOut && failuresHandOut_)) return injected;
+        const HRESULT real = body();
+        if (injected == S_OK) return real;
+        if (FAILED(injected)) return injected;
+        return SUCCEEDED(real) ? injected : real;
+    }
+    // True when the folder lists `item` or is its parent.
+    bool IsChildOf(ItemId folder, ItemId item) const;
     bool NextEndsWithLastItem() const { return nextEndsWithLast_; }
     void NotePrefetch(const KxPropertyKey* keys, ULONG count) { lastPrefetch_.assign(keys, keys + count); }
     const Node* Find(KxPcPidl pidl) const;
@@ -301,6 +324,7 @@ private:
     long calls_[kOpCount] = {};
     Failure failures_[kOpCount];
     bool nextEndsWithLast_ = false;
+    bool failuresHandOut_ = true;
 
     std::vector<WriteRecord> writes_;
     std::vector<KxPropertyKey> lastPrefetch_;

@@ -26,27 +26,28 @@ public:
         if (fetched) *fetched = 0;
         if (!items) return E_POINTER;
         for (ULONG i = 0; i < count; ++i) items[i] = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::Next)) return hr;
-        if (count == 0) return E_INVALIDARG;
-        if (count > 1 && !fetched) return E_POINTER;
-        ULONG n = 0;
-        while (n < count && position_ < items_.size()) {
-            items[n] = Lib().NewPidl(items_[position_]);
-            if (!items[n]) {
-                for (ULONG i = 0; i < n; ++i) {
-                    CoTaskMemFree(items[i]);
-                    items[i] = nullptr;
+        return Lib().Run(Op::Next, false, [&]() -> HRESULT {
+            if (count == 0) return E_INVALIDARG;
+            if (count > 1 && !fetched) return E_POINTER;
+            ULONG n = 0;
+            while (n < count && position_ < items_.size()) {
+                items[n] = Lib().NewPidl(items_[position_]);
+                if (!items[n]) {
+                    for (ULONG i = 0; i < n; ++i) {
+                        CoTaskMemFree(items[i]);
+                        items[i] = nullptr;
+                    }
+                    position_ -= n;
+                    return E_OUTOFMEMORY;
                 }
-                position_ -= n;
-                return E_OUTOFMEMORY;
+                ++n;
+                ++position_;
             }
-            ++n;
-            ++position_;
-        }
-        if (fetched) *fetched = n;
-        if (n < count) return S_FALSE;
-        if (Lib().NextEndsWithLastItem() && position_ == items_.size()) return S_FALSE;
-        return S_OK;
+            if (fetched) *fetched = n;
+            if (n < count) return S_FALSE;
+            if (Lib().NextEndsWithLastItem() && position_ == items_.size()) return S_FALSE;
+            return S_OK;
+        });
     }
 
 private:

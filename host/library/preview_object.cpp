@@ -29,41 +29,44 @@ public:
     HRESULT STDMETHODCALLTYPE GetPreviewSource(DWORD* kind, LPWSTR* path) override {
         if (kind) *kind = 0;
         if (path) *path = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::GetPreviewSource)) return hr;
-        if (!kind || !path) return E_POINTER;
-        const PreviewPicture* picture = Lib().PreviewOf(Item());
-        if (!picture) return E_FAIL;
-        const bool isFile = !picture->path.empty();
-        *path = TaskMemString(isFile ? picture->path.c_str() : Lib().NameOf(Item()).c_str());
-        if (!*path) return E_OUTOFMEMORY;
-        *kind = isFile ? 1u : static_cast<DWORD>(KX_PREVIEW_BITMAP);
-        return S_OK;
+        return Lib().Run(Op::GetPreviewSource, false, [&]() -> HRESULT {
+            if (!kind || !path) return E_POINTER;
+            const PreviewPicture* picture = Lib().PreviewOf(Item());
+            if (!picture) return E_FAIL;
+            const bool isFile = !picture->path.empty();
+            *path = TaskMemString(isFile ? picture->path.c_str() : Lib().NameOf(Item()).c_str());
+            if (!*path) return E_OUTOFMEMORY;
+            *kind = isFile ? 1u : static_cast<DWORD>(KX_PREVIEW_BITMAP);
+            return S_OK;
+        });
     }
 
     // The pixels shrunk (never grown) into the asked size with one ratio, truncating, nearest pixel.
     HRESULT STDMETHODCALLTYPE GetPreviewBitmap(const SIZE* size, HBITMAP* bitmap) override {
         if (bitmap) *bitmap = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::GetPreviewBitmap)) return hr;
-        if (!size || !bitmap) return E_POINTER;
-        if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
-        const PreviewPicture* picture = Lib().PreviewOf(Item());
-        if (!picture || !picture->path.empty() || picture->width <= 0 || picture->height <= 0) return E_UNEXPECTED;
-        if (!g_maker) return E_NOTIMPL;
-        LONG w = picture->width, h = picture->height;
-        if (w > size->cx || h > size->cy) {
-            const double ratio = std::min(static_cast<double>(size->cx) / w, static_cast<double>(size->cy) / h);
-            w = std::max<LONG>(1, static_cast<LONG>(w * ratio));
-            h = std::max<LONG>(1, static_cast<LONG>(h * ratio));
-        }
-        std::vector<DWORD> scaled(static_cast<size_t>(w) * h);
-        for (LONG y = 0; y < h; ++y) {
-            const LONG sy = static_cast<LONG>(static_cast<long long>(y) * picture->height / h);
-            for (LONG x = 0; x < w; ++x) {
-                const LONG sx = static_cast<LONG>(static_cast<long long>(x) * picture->width / w);
-                scaled[static_cast<size_t>(y) * w + x] = picture->pixels[static_cast<size_t>(sy) * picture->width + sx];
+        return Lib().Run(Op::GetPreviewBitmap, false, [&]() -> HRESULT {
+            if (!size || !bitmap) return E_POINTER;
+            if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
+            const PreviewPicture* picture = Lib().PreviewOf(Item());
+            if (!picture || !picture->path.empty() || picture->width <= 0 || picture->height <= 0) return E_UNEXPECTED;
+            if (!g_maker) return E_NOTIMPL;
+            LONG w = picture->width, h = picture->height;
+            if (w > size->cx || h > size->cy) {
+                const double ratio = std::min(static_cast<double>(size->cx) / w, static_cast<double>(size->cy) / h);
+                w = std::max<LONG>(1, static_cast<LONG>(w * ratio));
+                h = std::max<LONG>(1, static_cast<LONG>(h * ratio));
             }
-        }
-        return g_maker(w, h, scaled.data(), bitmap);
+            std::vector<DWORD> scaled(static_cast<size_t>(w) * h);
+            for (LONG y = 0; y < h; ++y) {
+                const LONG sy = static_cast<LONG>(static_cast<long long>(y) * picture->height / h);
+                for (LONG x = 0; x < w; ++x) {
+                    const LONG sx = static_cast<LONG>(static_cast<long long>(x) * picture->width / w);
+                    scaled[static_cast<size_t>(y) * w + x] =
+                        picture->pixels[static_cast<size_t>(sy) * picture->width + sx];
+                }
+            }
+            return g_maker(w, h, scaled.data(), bitmap);
+        });
     }
 };
 

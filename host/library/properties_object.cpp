@@ -27,23 +27,25 @@ public:
     KXHOST_IUNKNOWN_REFCOUNT
 
     HRESULT STDMETHODCALLTYPE PrefetchProperties(ULONG keyCount, const KxPropertyKey* keys) override {
-        if (HRESULT hr = Lib().Enter(Op::PrefetchProperties)) return hr;
-        if (keyCount && !keys) return E_POINTER;
-        Lib().NotePrefetch(keys, keyCount);
-        return S_OK;
+        return Lib().Run(Op::PrefetchProperties, false, [&]() -> HRESULT {
+            if (keyCount && !keys) return E_POINTER;
+            Lib().NotePrefetch(keys, keyCount);
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved1() override { return E_NOTIMPL; }
 
     HRESULT STDMETHODCALLTYPE GetPropertyInfo(KxPcPidl item, const KxPropertyKey* key, DWORD* flags, void*) override {
         if (flags) *flags = 0;
-        if (HRESULT hr = Lib().Enter(Op::GetPropertyInfo)) return hr;
-        if (!key || !flags) return E_POINTER;
-        const InMemoryLibrary::Prop* p = nullptr;
-        HRESULT hr = Lookup(item, key, &p);
-        if (FAILED(hr)) return hr;
-        *flags = p->caps;
-        return S_OK;
+        return Lib().Run(Op::GetPropertyInfo, false, [&]() -> HRESULT {
+            if (!key || !flags) return E_POINTER;
+            const InMemoryLibrary::Prop* p = nullptr;
+            HRESULT hr = Lookup(item, key, &p);
+            if (FAILED(hr)) return hr;
+            *flags = p->caps;
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved2() override { return E_NOTIMPL; }
@@ -52,40 +54,44 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetStringProperty(KxPcPidl item, const KxPropertyKey* key, LPWSTR* value) override {
         if (value) *value = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::GetStringProperty)) return hr;
-        if (!key || !value) return E_POINTER;
-        const InMemoryLibrary::Prop* p = nullptr;
-        HRESULT hr = ReadableLookup(item, key, &p);
-        if (FAILED(hr)) return hr;
-        if (p->kind != ValueKind::String) return DISP_E_TYPEMISMATCH;
-        *value = TaskMemString(Lib().Text(p->pool));
-        return *value ? S_OK : E_OUTOFMEMORY;
+        return Lib().Run(Op::GetStringProperty, false, [&]() -> HRESULT {
+            if (!key || !value) return E_POINTER;
+            const InMemoryLibrary::Prop* p = nullptr;
+            HRESULT hr = ReadableLookup(item, key, &p);
+            if (FAILED(hr)) return hr;
+            if (p->kind != ValueKind::String) return DISP_E_TYPEMISMATCH;
+            *value = TaskMemString(Lib().Text(p->pool));
+            return *value ? S_OK : E_OUTOFMEMORY;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE SetStringProperty(UINT count, const KxPcPidl* items, const KxPropertyKey* key,
                                                 LPCWSTR value) override {
-        if (HRESULT hr = Lib().Enter(Op::SetStringProperty)) return hr;
-        if (!key || !value) return E_POINTER;
-        return WriteAll(count, items, *key, PropertyValue::String(value), WriteRecord::String);
+        return Lib().Run(Op::SetStringProperty, false, [&]() -> HRESULT {
+            if (!key || !value) return E_POINTER;
+            return WriteAll(count, items, *key, PropertyValue::String(value), WriteRecord::String);
+        });
     }
 
     HRESULT STDMETHODCALLTYPE GetIntProperty(KxPcPidl item, const KxPropertyKey* key, LONG* value) override {
         if (value) *value = 0;
-        if (HRESULT hr = Lib().Enter(Op::GetIntProperty)) return hr;
-        if (!key || !value) return E_POINTER;
-        const InMemoryLibrary::Prop* p = nullptr;
-        HRESULT hr = ReadableLookup(item, key, &p);
-        if (FAILED(hr)) return hr;
-        if (!IsNumber32(p->kind)) return DISP_E_TYPEMISMATCH;
-        *value = static_cast<LONG>(p->number);
-        return S_OK;
+        return Lib().Run(Op::GetIntProperty, false, [&]() -> HRESULT {
+            if (!key || !value) return E_POINTER;
+            const InMemoryLibrary::Prop* p = nullptr;
+            HRESULT hr = ReadableLookup(item, key, &p);
+            if (FAILED(hr)) return hr;
+            if (!IsNumber32(p->kind)) return DISP_E_TYPEMISMATCH;
+            *value = static_cast<LONG>(p->number);
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE SetIntProperty(UINT count, const KxPcPidl* items, const KxPropertyKey* key,
                                              LONG value) override {
-        if (HRESULT hr = Lib().Enter(Op::SetIntProperty)) return hr;
-        if (!key) return E_POINTER;
-        return WriteAll(count, items, *key, PropertyValue::Int(value), WriteRecord::Int);
+        return Lib().Run(Op::SetIntProperty, false, [&]() -> HRESULT {
+            if (!key) return E_POINTER;
+            return WriteAll(count, items, *key, PropertyValue::Int(value), WriteRecord::Int);
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved5() override { return E_NOTIMPL; }
@@ -105,77 +111,82 @@ public:
         if (word) *word = 0;
         if (data) *data = nullptr;
         if (size) *size = 0;
-        if (HRESULT hr = Lib().Enter(Op::GetBlobProperty)) return hr;
-        if (!key || !data || !size) return E_POINTER;
-        const InMemoryLibrary::Prop* p = nullptr;
-        HRESULT hr = ReadableLookup(item, key, &p);
-        if (FAILED(hr)) return hr;
-        if (p->kind != ValueKind::Blob) return DISP_E_TYPEMISMATCH;
-        const std::vector<BYTE>& bytes = Lib().BytesAt(p->pool);
-        if (bytes.empty()) return S_OK;
-        *data = static_cast<BYTE*>(CoTaskMemAlloc(bytes.size()));
-        if (!*data) return E_OUTOFMEMORY;
-        std::memcpy(*data, bytes.data(), bytes.size());
-        *size = static_cast<ULONG>(bytes.size());
-        return S_OK;
+        return Lib().Run(Op::GetBlobProperty, false, [&]() -> HRESULT {
+            if (!key || !data || !size) return E_POINTER;
+            const InMemoryLibrary::Prop* p = nullptr;
+            HRESULT hr = ReadableLookup(item, key, &p);
+            if (FAILED(hr)) return hr;
+            if (p->kind != ValueKind::Blob) return DISP_E_TYPEMISMATCH;
+            const std::vector<BYTE>& bytes = Lib().BytesAt(p->pool);
+            if (bytes.empty()) return S_OK;
+            *data = static_cast<BYTE*>(CoTaskMemAlloc(bytes.size()));
+            if (!*data) return E_OUTOFMEMORY;
+            std::memcpy(*data, bytes.data(), bytes.size());
+            *size = static_cast<ULONG>(bytes.size());
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE SetBlobProperty(UINT count, const KxPcPidl* items, const KxPropertyKey* key, DWORD,
                                               const BYTE* data, ULONG size) override {
-        if (HRESULT hr = Lib().Enter(Op::SetBlobProperty)) return hr;
-        if (!key || (size && !data)) return E_POINTER;
-        return WriteAll(count, items, *key, PropertyValue::Blob(std::vector<BYTE>(data, data + size)),
-                        WriteRecord::Blob);
+        return Lib().Run(Op::SetBlobProperty, false, [&]() -> HRESULT {
+            if (!key || (size && !data)) return E_POINTER;
+            return WriteAll(count, items, *key, PropertyValue::Blob(std::vector<BYTE>(data, data + size)),
+                            WriteRecord::Blob);
+        });
     }
 
     HRESULT STDMETHODCALLTYPE GetProperties(KxPcPidl item, ULONG keyCount, const KxPropertyKey* keys,
                                             PROPVARIANT* values) override {
-        if (HRESULT hr = Lib().Enter(Op::GetProperties)) return hr;
-        if (keyCount == 0) return E_INVALIDARG;
-        if (!keys || !values) return E_POINTER;
-        const InMemoryLibrary::Node* n = Lib().Find(item);
-        if (!n) return E_INVALIDARG;
-        const ItemId id = Lib().IdOfNode(n);
-        bool allThere = true;
-        for (ULONG k = 0; k < keyCount; ++k) {
-            const InMemoryLibrary::Prop* p = Lib().FindProp(id, keys[k]);
-            if (!p || !(p->caps & kReadable)) {
-                allThere = false;
-                continue;
+        return Lib().Run(Op::GetProperties, false, [&]() -> HRESULT {
+            if (keyCount == 0) return E_INVALIDARG;
+            if (!keys || !values) return E_POINTER;
+            const InMemoryLibrary::Node* n = Lib().Find(item);
+            if (!n) return E_INVALIDARG;
+            const ItemId id = Lib().IdOfNode(n);
+            bool allThere = true;
+            for (ULONG k = 0; k < keyCount; ++k) {
+                const InMemoryLibrary::Prop* p = Lib().FindProp(id, keys[k]);
+                if (!p || !(p->caps & kReadable)) {
+                    allThere = false;
+                    continue;
+                }
+                if (FAILED(Lib().ToVariant(*p, &values[k]))) {
+                    for (ULONG i = 0; i < k; ++i) PropVariantClear(&values[i]);
+                    return E_OUTOFMEMORY;
+                }
             }
-            if (FAILED(Lib().ToVariant(*p, &values[k]))) {
-                for (ULONG i = 0; i < k; ++i) PropVariantClear(&values[i]);
-                return E_OUTOFMEMORY;
-            }
-        }
-        return allThere ? S_OK : S_FALSE;
+            return allThere ? S_OK : S_FALSE;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE SetProperties(UINT count, const KxPcPidl* items, ULONG keyCount,
                                             const KxPropertyKey* keys, const PROPVARIANT* values) override {
-        if (HRESULT hr = Lib().Enter(Op::SetProperties)) return hr;
-        if (keyCount == 0) return E_INVALIDARG;
-        if (!keys || !values) return E_POINTER;
-        std::vector<PropertyValue> converted;
-        converted.reserve(keyCount);
-        for (ULONG k = 0; k < keyCount; ++k) {
-            PropertyValue v;
-            HRESULT hr = FromVariant(values[k], &v);
-            if (FAILED(hr)) return hr;
-            hr = Lib().CanWrite(count, items, keys[k], v.kind);
-            if (FAILED(hr)) return hr;
-            converted.push_back(std::move(v));
-        }
-        for (UINT i = 0; i < count; ++i)
-            for (ULONG k = 0; k < keyCount; ++k)
-                Lib().Write(Lib().ItemOf(items[i]), keys[k], converted[k], WriteRecord::Properties);
-        return S_OK;
+        return Lib().Run(Op::SetProperties, false, [&]() -> HRESULT {
+            if (keyCount == 0) return E_INVALIDARG;
+            if (!keys || !values) return E_POINTER;
+            std::vector<PropertyValue> converted;
+            converted.reserve(keyCount);
+            for (ULONG k = 0; k < keyCount; ++k) {
+                PropertyValue v;
+                HRESULT hr = FromVariant(values[k], &v);
+                if (FAILED(hr)) return hr;
+                hr = Lib().CanWrite(count, items, keys[k], v.kind);
+                if (FAILED(hr)) return hr;
+                converted.push_back(std::move(v));
+            }
+            for (UINT i = 0; i < count; ++i)
+                for (ULONG k = 0; k < keyCount; ++k)
+                    Lib().Write(Lib().ItemOf(items[i]), keys[k], converted[k], WriteRecord::Properties);
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE RemoveProperties(UINT count, const KxPcPidl* items, ULONG keyCount,
                                                const KxPropertyKey* keys) override {
-        if (HRESULT hr = Lib().Enter(Op::RemoveProperties)) return hr;
-        return Lib().Remove(count, items, keyCount, keys);
+        return Lib().Run(Op::RemoveProperties, false, [&]() -> HRESULT {
+            return Lib().Remove(count, items, keyCount, keys);
+        });
     }
 
 private:

@@ -15,10 +15,11 @@ public:
         if (!ppv) return E_POINTER;
         *ppv = nullptr;
         if (IsEqualIID(riid, IID_IKxItemCursor)) {
-            if (HRESULT hr = Lib().Enter(Op::QueryItemCursor)) return FAILED(hr) ? hr : E_NOINTERFACE;
-            AddRefImpl();
-            *ppv = static_cast<IKxItemCursor*>(this);
-            return S_OK;
+            return Lib().Run(Op::QueryItemCursor, true, [&]() -> HRESULT {
+                AddRefImpl();
+                *ppv = static_cast<IKxItemCursor*>(this);
+                return S_OK;
+            });
         }
         if (IsEqualIID(riid, IID_IKxContentView) || IsEqualIID(riid, IID_IUnknown)) {
             AddRefImpl();
@@ -32,9 +33,10 @@ public:
     HRESULT STDMETHODCALLTYPE GetCount(ULONG* count) override {
         if (!count) return E_POINTER;
         *count = 0;
-        if (HRESULT hr = Lib().Enter(Op::CursorGetCount)) return hr;
-        *count = static_cast<ULONG>(items_.size());
-        return S_OK;
+        return Lib().Run(Op::CursorGetCount, false, [&]() -> HRESULT {
+            *count = static_cast<ULONG>(items_.size());
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved1() override { return E_NOTIMPL; }
@@ -44,15 +46,16 @@ public:
         if (fetched) *fetched = 0;
         if (items)
             for (ULONG i = 0; i < count; ++i) items[i] = KxCursorItem{-1, nullptr};
-        if (HRESULT hr = Lib().Enter(Op::CursorGetCurrentItems)) return hr;
-        if (!items || !fetched) return E_POINTER;
-        if (count == 0) return E_INVALIDARG;
-        if (current_ < 0 || static_cast<size_t>(current_) >= items_.size()) return S_FALSE;
-        KxPidl pidl = Lib().NewPidl(items_[current_]);
-        if (!pidl) return E_OUTOFMEMORY;
-        items[0] = KxCursorItem{current_, pidl};
-        *fetched = 1;
-        return count == 1 ? S_OK : S_FALSE;
+        return Lib().Run(Op::CursorGetCurrentItems, false, [&]() -> HRESULT {
+            if (!items || !fetched) return E_POINTER;
+            if (count == 0) return E_INVALIDARG;
+            if (current_ < 0 || static_cast<size_t>(current_) >= items_.size()) return S_FALSE;
+            KxPidl pidl = Lib().NewPidl(items_[current_]);
+            if (!pidl) return E_OUTOFMEMORY;
+            items[0] = KxCursorItem{current_, pidl};
+            *fetched = 1;
+            return count == 1 ? S_OK : S_FALSE;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved2() override { return E_NOTIMPL; }
@@ -61,10 +64,11 @@ public:
     HRESULT STDMETHODCALLTYPE GetItemAt(LONG index, KxPidl* ppidl) override {
         if (!ppidl) return E_POINTER;
         *ppidl = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::CursorGetItemAt)) return hr;
-        if (index < 0 || static_cast<size_t>(index) >= items_.size()) return E_INVALIDARG;
-        *ppidl = Lib().NewPidl(items_[index]);
-        return *ppidl ? S_OK : E_OUTOFMEMORY;
+        return Lib().Run(Op::CursorGetItemAt, false, [&]() -> HRESULT {
+            if (index < 0 || static_cast<size_t>(index) >= items_.size()) return E_INVALIDARG;
+            *ppidl = Lib().NewPidl(items_[index]);
+            return *ppidl ? S_OK : E_OUTOFMEMORY;
+        });
     }
 
 private:
@@ -94,9 +98,10 @@ public:
     HRESULT STDMETHODCALLTYPE QueryService(REFIID riid, DWORD, DWORD, void** ppv) override {
         if (!ppv) return E_POINTER;
         *ppv = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::QueryService)) return hr;
-        if (!IsEqualIID(riid, IID_IKxContentView)) return E_NOINTERFACE;
-        return CreateViewObject(LibPtr(), riid, ppv);
+        return Lib().Run(Op::QueryService, true, [&]() -> HRESULT {
+            if (!IsEqualIID(riid, IID_IKxContentView)) return E_NOINTERFACE;
+            return CreateViewObject(LibPtr(), riid, ppv);
+        });
     }
 };
 

@@ -16,10 +16,11 @@ public:
         if (!ppv) return E_POINTER;
         *ppv = nullptr;
         if (IsEqualIID(riid, IID_IKxTrackFilter)) {
-            if (HRESULT hr = Lib().Enter(Op::QueryTrackFilter)) return FAILED(hr) ? hr : E_NOINTERFACE;
-            AddRefImpl();
-            *ppv = static_cast<IKxTrackFilter*>(this);
-            return S_OK;
+            return Lib().Run(Op::QueryTrackFilter, true, [&]() -> HRESULT {
+                AddRefImpl();
+                *ppv = static_cast<IKxTrackFilter*>(this);
+                return S_OK;
+            });
         }
         if (IsEqualIID(riid, IID_IKxTrackList) || IsEqualIID(riid, IID_IUnknown)) {
             AddRefImpl();
@@ -38,16 +39,18 @@ public:
     HRESULT STDMETHODCALLTYPE GetCount(INT* count) override {
         if (!count) return E_POINTER;
         *count = 0;
-        if (HRESULT hr = Lib().Enter(Op::TrackGetCount)) return hr;
-        *count = static_cast<INT>(shown_.size());
-        return S_OK;
+        return Lib().Run(Op::TrackGetCount, false, [&]() -> HRESULT {
+            *count = static_cast<INT>(shown_.size());
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE MoveTo(INT index) override {
-        if (HRESULT hr = Lib().Enter(Op::TrackMoveTo)) return hr;
-        if (index < 0 || static_cast<size_t>(index) >= shown_.size()) return E_INVALIDARG;
-        position_ = static_cast<size_t>(index);
-        return S_OK;
+        return Lib().Run(Op::TrackMoveTo, false, [&]() -> HRESULT {
+            if (index < 0 || static_cast<size_t>(index) >= shown_.size()) return E_INVALIDARG;
+            position_ = static_cast<size_t>(index);
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reserved5() override { return E_NOTIMPL; }
@@ -59,27 +62,30 @@ public:
     HRESULT STDMETHODCALLTYPE GetCurrentId(KxPidl* ppidl) override {
         if (!ppidl) return E_POINTER;
         *ppidl = nullptr;
-        if (HRESULT hr = Lib().Enter(Op::TrackGetCurrentId)) return hr;
-        if (position_ >= shown_.size()) return E_FAIL;
-        *ppidl = Lib().NewPidl(shown_[position_]);
-        return *ppidl ? S_OK : E_OUTOFMEMORY;
+        return Lib().Run(Op::TrackGetCurrentId, false, [&]() -> HRESULT {
+            if (position_ >= shown_.size()) return E_FAIL;
+            *ppidl = Lib().NewPidl(shown_[position_]);
+            return *ppidl ? S_OK : E_OUTOFMEMORY;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reset() override {
-        if (HRESULT hr = Lib().Enter(Op::TrackReset)) return hr;
-        shown_ = all_;
-        position_ = 0;
-        return S_OK;
+        return Lib().Run(Op::TrackReset, false, [&]() -> HRESULT {
+            shown_ = all_;
+            position_ = 0;
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE SetFilterText(LPCWSTR text) override {
-        if (HRESULT hr = Lib().Enter(Op::SetFilterText)) return hr;
-        const std::wstring folded = Fold(text ? text : L"");
-        shown_.clear();
-        for (ItemId id : all_)
-            if (Lib().Matches(id, folded)) shown_.push_back(id);
-        position_ = 0;
-        return S_OK;
+        return Lib().Run(Op::SetFilterText, false, [&]() -> HRESULT {
+            const std::wstring folded = Fold(text ? text : L"");
+            shown_.clear();
+            for (ItemId id : all_)
+                if (Lib().Matches(id, folded)) shown_.push_back(id);
+            position_ = 0;
+            return S_OK;
+        });
     }
 
 private:

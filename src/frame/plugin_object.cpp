@@ -1,5 +1,6 @@
 #include "frame/plugin_object.h"
 
+#include "base/boundary.h"
 #include "frame/module_instance.h"
 #include "frame/plugin_platform.h"
 #include "frame/string_lookup.h"
@@ -27,7 +28,7 @@ IKxDialogRunner* Runner() { return KxGetDialogRunner(); }
 }  // namespace
 
 KxComResPlginPluginObj::KxComResPlginPluginObj(IUnknown* outer)
-    : CVnUnknown(outer), m_hResourceLibrary(nullptr), m_hrOleInitialize(E_FAIL) {
+    : CVnUnknown(outer), m_hrOleInitialize(E_FAIL) {
     m_szSkinFile[0] = L'\0';
     m_szDefaultCaption[0] = L'\0';
 }
@@ -51,21 +52,18 @@ HRESULT KxComResPlginPluginObj::Init() {
 
     WCHAR path[kSkinFileChars];
     BuildPathBesideModule(*platform, L"ComRcRes.dll", path);
-    m_hResourceLibrary = platform->LoadLibraryW(path);
-    if (m_hResourceLibrary) platform->SetModuleResourceHandle(m_hResourceLibrary);
+    m_hResourceLibrary.Reset(platform->LoadLibraryW(path));
+    if (m_hResourceLibrary) platform->SetModuleResourceHandle(m_hResourceLibrary.Get());
 
     BuildPathBesideModule(*platform, L"ComRcRes.bff", m_szSkinFile);
-    platform->LoadStringW(m_hResourceLibrary, kDefaultCaptionString, m_szDefaultCaption, kDefaultCaptionChars);
+    platform->LoadStringW(m_hResourceLibrary.Get(), kDefaultCaptionString, m_szDefaultCaption, kDefaultCaptionChars);
     return m_hResourceLibrary ? S_OK : E_FAIL;
 }
 
 void KxComResPlginPluginObj::FinalRelease() {
     TraceLog(L"S:KxComResPlginPluginObj::FinalRelease>>");
     IKxPluginPlatform* platform = KxGetPluginPlatform();
-    if (m_hResourceLibrary) {
-        if (platform) platform->FreeLibrary(m_hResourceLibrary);
-        m_hResourceLibrary = nullptr;
-    }
+    m_hResourceLibrary.Reset();
     if (m_hrOleInitialize >= 0 && platform) platform->OleUninitialize();
     InterlockedExchange(&m_cRef, 1);
 }
@@ -82,91 +80,113 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::NondelegatingQueryInterface(RE
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::GetResourceString(UINT stringId, LPWSTR* ppszText) {
-    IKxPluginPlatform* platform = KxGetPluginPlatform();
-    if (!platform) return NoLibrary();
-    return KxGetResourceString(*platform, m_hResourceLibrary, stringId, ppszText);
+    return KxGuardStatus(L"KxComResPlginPluginObj::GetResourceString", [&]() -> HRESULT {
+        IKxPluginPlatform* platform = KxGetPluginPlatform();
+        if (!platform) return NoLibrary();
+        return KxGetResourceString(*platform, m_hResourceLibrary.Get(), stringId, ppszText);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::LoadResourceString(UINT stringId, LPWSTR pszBuffer, INT cchBuffer,
                                                                      INT* pcchNeeded) {
-    IKxPluginPlatform* platform = KxGetPluginPlatform();
-    if (!platform) return NoLibrary();
-    return KxLoadResourceString(*platform, m_hResourceLibrary, stringId, pszBuffer, cchBuffer, pcchNeeded);
+    return KxGuardStatus(L"KxComResPlginPluginObj::LoadResourceString", [&]() -> HRESULT {
+        IKxPluginPlatform* platform = KxGetPluginPlatform();
+        if (!platform) return NoLibrary();
+        return KxLoadResourceString(*platform, m_hResourceLibrary.Get(), stringId, pszBuffer, cchBuffer, pcchNeeded);
+    });
 }
 
 // The dialog operations: preconditions in the interface's order, then the dialog's runner.
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowNameDialog(HWND hwndParent, INT nameKind, INT mode,
                                                                  LPCWSTR pszInitialName, LPWSTR* ppszName) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowNameDialog(*this, hwndParent, nameKind, mode, pszInitialName, ppszName);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowNameDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowNameDialog(*this, hwndParent, nameKind, mode, pszInitialName, ppszName);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowEditTagDialog(HWND hwndParent, IKxContentSite* pSite,
                                                                     IKxContentFolder* pFolder, UINT itemCount,
                                                                     const KxPcPidl* pItems) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!pSite || !pFolder || !itemCount || !pItems) return E_INVALIDARG;
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowEditTagDialog(*this, hwndParent, pSite, pFolder, itemCount, pItems);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowEditTagDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!pSite || !pFolder || !itemCount || !pItems) return E_INVALIDARG;
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowEditTagDialog(*this, hwndParent, pSite, pFolder, itemCount, pItems);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToPlaylistDialog(HWND hwndParent, IKxContentFolder* pFolder,
                                                                           LPCWSTR pszSuggestedName, KxPidl* ppItem,
                                                                           LPWSTR* ppszNewName) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!pFolder) return E_INVALIDARG;
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowAddToPlaylistDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowAddToPlaylistDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!pFolder) return E_INVALIDARG;
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowAddToPlaylistDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToSlideshowDialog(HWND hwndParent, IKxContentFolder* pFolder,
                                                                            LPCWSTR pszSuggestedName, KxPidl* ppItem,
                                                                            LPWSTR* ppszNewName) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!pFolder) return E_INVALIDARG;
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowAddToSlideshowDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowAddToSlideshowDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!pFolder) return E_INVALIDARG;
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowAddToSlideshowDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowMessageBox(HWND hwndParent, LPCWSTR pszText,
                                                                  LPCWSTR pszCaption, UINT flags) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowMessageBox(*this, hwndParent, pszText, pszCaption, flags);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowMessageBox", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowMessageBox(*this, hwndParent, pszText, pszCaption, flags);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::CreateBalloonTip(REFIID riid, HWND hwndTarget, LPCWSTR pszText,
                                                                    LPCWSTR pszTitle, UINT flags, void** ppTip) {
-    // The balloon tip tests its own preconditions.
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->CreateBalloonTip(*this, riid, hwndTarget, pszText, pszTitle, flags, ppTip);
+    return KxGuardStatus(L"KxComResPlginPluginObj::CreateBalloonTip", [&]() -> HRESULT {
+        // The balloon tip tests its own preconditions.
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->CreateBalloonTip(*this, riid, hwndTarget, pszText, pszTitle, flags, ppTip);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowImagePropertyDialog(HWND hwndParent, IKxContentSite* pSite,
                                                                           IKxContentFolder* pFolder, KxPcPidl item) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!pFolder || !item) return E_INVALIDARG;
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowImagePropertyDialog(*this, hwndParent, pSite, pFolder, item);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowImagePropertyDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!pFolder || !item) return E_INVALIDARG;
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowImagePropertyDialog(*this, hwndParent, pSite, pFolder, item);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowVideoPropertyDialog(HWND hwndParent, IKxContentSite* pSite,
                                                                           IKxContentFolder* pFolder, KxPcPidl item) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    if (!pFolder || !item) return E_INVALIDARG;
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowVideoPropertyDialog(*this, hwndParent, pSite, pFolder, item);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowVideoPropertyDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        if (!pFolder || !item) return E_INVALIDARG;
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowVideoPropertyDialog(*this, hwndParent, pSite, pFolder, item);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddMusicsDialog(DWORD reserved, IKxContentSite* pSite,
                                                                       IKxContentFolder* pRootFolder,
                                                                       LPCWSTR pszRootName, IKxTrackList* pTrackList,
                                                                       INT* pCount, KxPidl** ppItems) {
-    if (!m_hResourceLibrary) return NoLibrary();
-    // The dialog tests the rest of its arguments.
-    if (!Runner()) return E_NOTIMPL;
-    return Runner()->ShowAddMusicsDialog(*this, reserved, pSite, pRootFolder, pszRootName, pTrackList, pCount,
-                                         ppItems);
+    return KxGuardStatus(L"KxComResPlginPluginObj::ShowAddMusicsDialog", [&]() -> HRESULT {
+        if (!m_hResourceLibrary) return NoLibrary();
+        // The dialog tests the rest of its arguments.
+        if (!Runner()) return E_NOTIMPL;
+        return Runner()->ShowAddMusicsDialog(*this, reserved, pSite, pRootFolder, pszRootName, pTrackList, pCount,
+                                             ppItems);
+    });
 }

@@ -2,6 +2,7 @@
 // It comes up only with its resource library ComRcRes.dll, loaded from the plug-in's own folder.
 #pragma once
 
+#include "frame/plugin_platform.h"
 #include "frame/vn_unknown.h"
 #include "kx/IKxCommonResource.h"
 
@@ -45,7 +46,7 @@ public:
                                                   IKxTrackList* pTrackList, INT* pCount, KxPidl** ppItems) override;
 
     // What the dialogs read of the object.
-    HMODULE ResourceLibrary() const { return m_hResourceLibrary; }
+    HMODULE ResourceLibrary() const { return m_hResourceLibrary.Get(); }
     LPCWSTR SkinFile() const { return m_szSkinFile; }
     LPCWSTR DefaultCaption() const { return m_szDefaultCaption; }
     HRESULT OleInitializeResult() const { return m_hrOleInitialize; }
@@ -59,7 +60,7 @@ protected:
     ~KxComResPlginPluginObj() override = default;
 
 private:
-    HMODULE m_hResourceLibrary;
+    CKxPlatformModule m_hResourceLibrary;  // ComRcRes.dll
     WCHAR m_szSkinFile[kSkinFileChars];
     WCHAR m_szDefaultCaption[kDefaultCaptionChars];
     HRESULT m_hrOleInitialize;

@@ -3,6 +3,7 @@
 // a dialog runner every dialog operation answers 0x80004001 after its preconditions.
 #pragma once
 
+#include "base/owners.h"
 #include "frame/string_lookup.h"
 #include "kx/IKxCommonResource.h"
 
@@ -59,3 +60,8 @@ IKxPluginPlatform* KxGetPluginPlatform();
 void KxSetPluginPlatform(IKxPluginPlatform* platform);
 IKxDialogRunner* KxGetDialogRunner();
 void KxSetDialogRunner(IKxDialogRunner* runner);
+
+// Frees a module that the installed platform loaded; nothing without a platform.
+void KxFreeLibraryThroughPlatform(HMODULE module);
+// A module loaded through the installed platform and freed through it.
+typedef CKxUnique<HMODULE, &KxFreeLibraryThroughPlatform> CKxPlatformModule;

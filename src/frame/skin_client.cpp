@@ -11,16 +11,15 @@ _tagHookPopupDescriptor MakeHookPopupDescriptor(LPCWSTR pszSkinPath, const char*
     return d;
 }
 
-HookWndWC::HookWndWC() : m_hHook(0), m_hHookLibrary(nullptr), m_pfnCallHookWnd(nullptr) {}
+HookWndWC::HookWndWC() : m_hHook(0), m_pfnCallHookWnd(nullptr) {}
 
 HookWndWC::~HookWndWC() { Detach(); }
 
 bool HookWndWC::LoadHookLibrary() {
     // by name alone, so that the platform's search order finds it
-    if (!m_hHookLibrary) m_hHookLibrary = LoadLibraryW(KX_HOOK_LIBRARY_NAME);
+    if (!m_hHookLibrary) m_hHookLibrary.Reset(LoadLibraryW(KX_HOOK_LIBRARY_NAME));
     if (!m_hHookLibrary) return false;
-    m_pfnCallHookWnd = reinterpret_cast<PFN_CALLHOOKWND>(
-        reinterpret_cast<void*>(GetProcAddress(m_hHookLibrary, KX_HOOK_EXPORT_NAME)));
+    m_pfnCallHookWnd = m_hHookLibrary.Export<PFN_CALLHOOKWND>(KX_HOOK_EXPORT_NAME);
     return m_pfnCallHookWnd != nullptr;
 }
 
@@ -56,10 +55,7 @@ DWORD_PTR HookWndWC::Detach() {
         m_pfnCallHookWnd(KX_HOOKOP_CLOSE, m_hHook, 0, 0, 0);
         m_hHook = 0;
     }
-    if (m_hHookLibrary) {
-        FreeLibrary(m_hHookLibrary);
-        m_hHookLibrary = nullptr;
-    }
+    m_hHookLibrary.Reset();
     m_pfnCallHookWnd = nullptr;
     return released;
 }

@@ -6,10 +6,7 @@
 
 #include <cstddef>
 
-#include "kx/KxPlatform.h"
-#ifndef _WIN32
-#include "compat/winmodule.h"
-#endif
+#include "base/owners.h"
 
 // The words of CallHookWnd are 32 bits in the shipped i686 build; the x86_64 build widens them to
 // pointer size so that window handles and pointers pass unchanged.
@@ -69,7 +66,7 @@ public:
     DWORD_PTR Detach();
 
     DWORD_PTR m_hHook;                 // 0: none
-    HMODULE m_hHookLibrary;            // HookWndU.DLL
+    CKxModule m_hHookLibrary;          // HookWndU.DLL
     PFN_CALLHOOKWND m_pfnCallHookWnd;  // its export
 
 private:

@@ -1,5 +1,6 @@
 #include "frame/string_lookup.h"
 
+#include "base/owners.h"
 #include "frame/trace_log.h"
 
 #include <cstring>
@@ -15,27 +16,22 @@ HRESULT StatusFromWin32(long code) { return HRESULT_FROM_WIN32(code); }
 HRESULT KxReadStringBlock(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR* pBlock, int* pLength) {
     *pBlock = nullptr;
     *pLength = 0;
+    CKxTaskMemString block;
     int capacity = kStringBlockStep;
     for (;;) {
-        void* grown = CoTaskMemRealloc(*pBlock, static_cast<size_t>(capacity) * sizeof(WCHAR));
-        if (!grown) {
-            CoTaskMemFree(*pBlock);
-            *pBlock = nullptr;
-            return E_OUTOFMEMORY;
-        }
-        *pBlock = static_cast<LPWSTR>(grown);
-        int n = source.LoadStringW(module, id, *pBlock, capacity);
-        if (n <= 0) {
-            CoTaskMemFree(*pBlock);
-            *pBlock = nullptr;
-            return StatusFromWin32(ERROR_INVALID_HANDLE);
-        }
+        void* grown = CoTaskMemRealloc(block.Get(), static_cast<size_t>(capacity) * sizeof(WCHAR));
+        if (!grown) return E_OUTOFMEMORY;
+        block.Detach();  // moved by the reallocation
+        block.Reset(static_cast<LPWSTR>(grown));
+        int n = source.LoadStringW(module, id, block.Get(), capacity);
+        if (n <= 0) return StatusFromWin32(ERROR_INVALID_HANDLE);
         // One place for the terminator and one more: with less the string may have been cut.
         if (capacity - n < 2 && capacity <= kLongestStringResource) {
             capacity += kStringBlockStep;
             continue;
         }
         *pLength = n;
+        *pBlock = block.Detach();
         return S_OK;
     }
 }
@@ -52,9 +48,9 @@ HRESULT KxLoadResourceString(IKxStringSource& source, HINSTANCE module, UINT id,
                              INT* pcchNeeded) {
     if (!module) return StatusFromWin32(ERROR_FILE_NOT_FOUND);
     if (!pcchNeeded) return E_INVALIDARG;
-    LPWSTR block = nullptr;
+    CKxTaskMemString block;
     int n = 0;
-    HRESULT hr = KxReadStringBlock(source, module, id, &block, &n);
+    HRESULT hr = KxReadStringBlock(source, module, id, block.Put(), &n);
     if (FAILED(hr)) return hr;
 
     *pcchNeeded = n + 1;
@@ -64,14 +60,13 @@ HRESULT KxLoadResourceString(IKxStringSource& source, HINSTANCE module, UINT id,
         // No place even for a terminator: the buffer is left alone and the size is reported.
         hr = E_INVALIDARG;
     } else if (cchBuffer > n) {
-        std::memcpy(pszBuffer, block, static_cast<size_t>(n) * sizeof(WCHAR));
+        std::memcpy(pszBuffer, block.Get(), static_cast<size_t>(n) * sizeof(WCHAR));
         pszBuffer[n] = L'\0';
         hr = S_OK;
     } else {
-        std::memcpy(pszBuffer, block, static_cast<size_t>(cchBuffer - 1) * sizeof(WCHAR));
+        std::memcpy(pszBuffer, block.Get(), static_cast<size_t>(cchBuffer - 1) * sizeof(WCHAR));
         pszBuffer[cchBuffer - 1] = L'\0';
         hr = STRSAFE_E_INSUFFICIENT_BUFFER;
     }
-    CoTaskMemFree(block);
     return hr;
 }

@@ -1,5 +1,7 @@
 #include "frame/trace_log.h"
 
+#include "base/boundary.h"
+
 #ifndef _WIN32
 #include "compat/wformat.h"
 #include "compat/winsys.h"
@@ -79,4 +81,10 @@ void TraceLog(const WCHAR* format, ...) {
     if (g_bTraceDebugString) OutputDebugStringW(line);
 
     InterlockedIncrement(&g_nTraceLine);
+}
+
+// The trace line of the boundary guard (base/boundary.h).
+void KxTraceException(const WCHAR* where, KxExceptionKind kind) noexcept {
+    TraceLog(L"E:%s>> Caught an exception: %s", where ? where : L"",
+             kind == KxExceptionKind::OutOfMemory ? L"out of memory" : L"unexpected error");
 }

@@ -1,5 +1,6 @@
 #include "frame/vn_factory.h"
 
+#include "base/boundary.h"
 #include "frame/vn_unknown.h"
 
 HRESULT STDMETHODCALLTYPE CVnFactory::QueryInterface(REFIID riid, void** ppv) {
@@ -31,12 +32,14 @@ HRESULT STDMETHODCALLTYPE CVnFactory::CreateInstance(IUnknown* outer, REFIID rii
     if (!ppv) return E_POINTER;
 
     CVnUnknown* object = nullptr;
-    HRESULT hr = m_pRow->pfnCreate(outer, &object);
+    HRESULT hr = KxGuardStatus(L"CVnFactory::CreateInstance", [&] { return m_pRow->pfnCreate(outer, &object); });
     if (FAILED(hr)) return hr;
     if (!object) return E_OUTOFMEMORY;
 
-    hr = object->Init();
-    if (SUCCEEDED(hr)) hr = object->NondelegatingQueryInterface(riid, ppv);
+    hr = KxGuardStatus(L"CVnFactory::CreateInstance", [&] {
+        HRESULT started = object->Init();
+        return SUCCEEDED(started) ? object->NondelegatingQueryInterface(riid, ppv) : started;
+    });
     // Drops the creation reference: destroys the object after a failed Init or query.
     object->NondelegatingRelease();
     return hr;
@@ -52,4 +55,5 @@ HRESULT STDMETHODCALLTYPE CVnFactory::LockServer(BOOL lock) {
 
 void* CVnFactory::operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return CoTaskMemAlloc(bytes); }
 
+// The storage of operator new above goes back to the task allocator here, and nowhere else.
 void CVnFactory::operator delete(void* block) noexcept { CoTaskMemFree(block); }

@@ -37,6 +37,7 @@ void CVnUnknown::FinalRelease() { InterlockedExchange(&m_cRef, 1); }
 
 void* CVnUnknown::operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return CoTaskMemAlloc(bytes); }
 
+// The storage of operator new above goes back to the task allocator here, and nowhere else.
 void CVnUnknown::operator delete(void* block) noexcept { CoTaskMemFree(block); }
 
 // Without an aggregate the outer unknown is this object's own non-delegating table, which has
@@ -51,6 +52,7 @@ ULONG CVnUnknown::OuterAddRef() {
     return m_pOuterUnknown->AddRef();
 }
 
+// Forwards the caller's own Release to the aggregate: a reference count, not one of ours to own.
 ULONG CVnUnknown::OuterRelease() {
     if (!IsAggregated()) return NondelegatingRelease();
     return m_pOuterUnknown->Release();

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <vector>
 
-#include "base/interface_release.h"
 
 namespace {
 
@@ -34,19 +34,25 @@ int CompareKeyToRecord(const void* key, const void* element) {
     return CompareNames(static_cast<LPCWSTR>(key), record ? record->name : nullptr);
 }
 
+struct ExistedItemDeleter {
+    void operator()(__tagExistedItemsPidl* record) const { FreeExistedItem(record); }
+};
+typedef std::unique_ptr<__tagExistedItemsPidl, ExistedItemDeleter> ExistedItemOwner;
+
 }  // namespace
 
+// The record is a plain structure that the list shares with the dialog: this is its one owner's
+// clean-up, so its two blocks are given back here by hand.
 void FreeExistedItem(__tagExistedItemsPidl* record) {
     if (!record) return;
-    CoTaskMemFree(record->pidl);
-    CoTaskMemFree(record->name);
+    KxTaskMemFree(record->pidl);
+    KxTaskMemFree(record->name);
     delete record;
 }
 
 CAddToPlaylistModel::CAddToPlaylistModel(int mode, IKxContentFolder* folder, LPCWSTR initialName)
     : m_nMode(mode),
       m_pFolder(folder),
-      m_pidlChosen(nullptr),
       m_hrResult(S_OK),
       m_pszInitialName(CopyString(initialName)),
       m_ppExisting(nullptr),
@@ -54,12 +60,8 @@ CAddToPlaylistModel::CAddToPlaylistModel(int mode, IKxContentFolder* folder, LPC
       m_nSelected(-1),
       m_bNewName(FALSE) {}
 
-CAddToPlaylistModel::~CAddToPlaylistModel() {
-    FreeExisting();
-    CoTaskMemFree(m_pszInitialName);
-    // A target chosen but never handed back (the caller did not ask) is not leaked.
-    CoTaskMemFree(m_pidlChosen);
-}
+// A target chosen but never handed back (the caller did not ask) goes with m_pidlChosen.
+CAddToPlaylistModel::~CAddToPlaylistModel() { FreeExisting(); }
 
 LPCWSTR CAddToPlaylistModel::FolderName() const {
     return m_nMode == ModePlaylist ? KxFolderPlaylists : KxFolderSlideshows;
@@ -78,56 +80,48 @@ HRESULT CAddToPlaylistModel::LoadExisting(int which) {
     else if (which == WhichSlideshows) folderName = KxFolderSlideshows;
     else return m_hrResult = E_FAIL;
 
-    IKxContentRoot* root = nullptr;
-    IKxContentFolder* rootFolder = nullptr;
-    IKxContentFolder* targets = nullptr;
-    IKxItemEnum* items = nullptr;
-    KxPidl folderId = nullptr;
-    HRESULT hrEnum = E_FAIL;
-    std::vector<__tagExistedItemsPidl*> found;
-    bool ok = false;
+    CKxComPtr<IKxContentRoot> root;
+    CKxComPtr<IKxContentFolder> rootFolder;
+    CKxComPtr<IKxContentFolder> targets;
+    CKxComPtr<IKxItemEnum> items;
+    CKxTaskMem<KxPidl> folderId;
 
     // Whatever the host answered, a failed step is reported as "cannot reach the folders".
+    const HRESULT unreachable = E_POINTER;
+    if (!m_pFolder) return m_hrResult = unreachable;
+    if (m_pFolder->QueryInterface(IID_IKxContentRoot, root.PutVoid()) != S_OK || !root) return m_hrResult = unreachable;
+    if (root->QueryInterface(IID_IKxContentFolder, rootFolder.PutVoid()) != S_OK || !rootFolder)
+        return m_hrResult = unreachable;
+    if (rootFolder->ParseName(folderName, KX_PARSE_WELLKNOWN, folderId.Put()) != S_OK || !folderId)
+        return m_hrResult = unreachable;
+    if (rootFolder->BindToFolder(folderId.Get(), IID_IKxContentFolder, targets.PutVoid()) != S_OK || !targets)
+        return m_hrResult = unreachable;
+    const HRESULT hrEnum = targets->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, items.PutVoid());
+    if ((hrEnum != S_OK && hrEnum != S_FALSE) || !items) return m_hrResult = unreachable;
+
+    FreeExisting();
+    if (hrEnum != S_OK) return S_OK;  // S_FALSE: the folder has nothing to list
+    std::vector<ExistedItemOwner> found;
+    HRESULT hrNext;
     do {
-        if (!m_pFolder) break;
-        if (m_pFolder->QueryInterface(IID_IKxContentRoot, reinterpret_cast<void**>(&root)) != S_OK || !root) break;
-        if (root->QueryInterface(IID_IKxContentFolder, reinterpret_cast<void**>(&rootFolder)) != S_OK ||
-            !rootFolder)
-            break;
-        if (rootFolder->ParseName(folderName, KX_PARSE_WELLKNOWN, &folderId) != S_OK || !folderId) break;
-        if (rootFolder->BindToFolder(folderId, IID_IKxContentFolder, reinterpret_cast<void**>(&targets)) != S_OK ||
-            !targets)
-            break;
-        hrEnum = targets->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, reinterpret_cast<void**>(&items));
-        if ((hrEnum != S_OK && hrEnum != S_FALSE) || !items) break;
-        ok = true;
-    } while (false);
-
-    if (ok) {
-        FreeExisting();
-        if (hrEnum == S_OK) {
-            HRESULT hrNext;
-            do {
-                auto* record = new __tagExistedItemsPidl{nullptr, nullptr};
-                ULONG fetched = 0;
-                hrNext = items->Next(1, &record->pidl, &fetched);
-                if ((hrNext == S_OK || hrNext == S_FALSE) && fetched != 0 &&
-                    targets->GetItemName(record->pidl, KX_NAME_NORMAL, &record->name) == S_OK) {
-                    found.push_back(record);
-                } else {
-                    FreeExistedItem(record);
-                }
-            } while (hrNext == S_OK);
-            StoreSorted(found.data(), static_cast<int>(found.size()));
+        CKxTaskMem<KxPidl> pidl;
+        CKxTaskMemString name;
+        ULONG fetched = 0;
+        hrNext = items->Next(1, pidl.Put(), &fetched);
+        // Only S_OK names a target: another success is no name.
+        if ((hrNext == S_OK || hrNext == S_FALSE) && fetched != 0 &&
+            targets->GetItemName(pidl.Get(), KX_NAME_NORMAL, name.Put()) == S_OK) {
+            ExistedItemOwner record(new __tagExistedItemsPidl{pidl.Get(), name.Get()});
+            pidl.Detach();
+            name.Detach();
+            found.push_back(std::move(record));
         }
-    }
-
-    CoTaskMemFree(folderId);
-    KxReleaseAndNull(items);
-    KxReleaseAndNull(targets);
-    KxReleaseAndNull(rootFolder);
-    KxReleaseAndNull(root);
-    if (!ok) return m_hrResult = E_POINTER;
+    } while (hrNext == S_OK);
+    std::vector<__tagExistedItemsPidl*> records;
+    records.reserve(found.size());
+    for (const ExistedItemOwner& record : found) records.push_back(record.get());
+    StoreSorted(records.data(), static_cast<int>(records.size()));
+    for (ExistedItemOwner& record : found) record.release();  // the list has them now
     return S_OK;
 }
 
@@ -221,8 +215,7 @@ bool CAddToPlaylistModel::OnOK(IAddToPlaylistControls& controls) {
     // The record leaves the list: its identifier becomes the choice, its name is freed.
     __tagExistedItemsPidl* record = m_ppExisting[m_nSelected];
     m_ppExisting[m_nSelected] = nullptr;
-    CoTaskMemFree(m_pidlChosen);
-    m_pidlChosen = record->pidl;
+    m_pidlChosen.Reset(record->pidl);
     record->pidl = nullptr;
     FreeExistedItem(record);
     return true;
@@ -236,8 +229,7 @@ HRESULT CAddToPlaylistModel::HandBack(KxPidl* pidl, LPWSTR* name) {
         *name = copy;
         return m_hrResult = S_OK;
     }
-    *pidl = m_pidlChosen;
-    m_pidlChosen = nullptr;
+    *pidl = m_pidlChosen.Detach();
     m_hrResult = *pidl ? S_OK : E_FAIL;
     return S_OK;
 }

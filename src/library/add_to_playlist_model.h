@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "base/owners.h"
 #include "kx/KxContentTree.h"
 
 // One existing target. Both fields are owned.
@@ -64,9 +65,9 @@ public:
 
     int m_nMode;
     IKxContentFolder* m_pFolder;  // the host's, not released
-    KxPidl m_pidlChosen;          // passes to the caller through HandBack
+    CKxTaskMem<KxPidl> m_pidlChosen;  // passes to the caller through HandBack
     HRESULT m_hrResult;
-    LPWSTR m_pszInitialName;      // private copy, or null
+    CKxTaskMemString m_pszInitialName;  // private copy, or null; the model's alone
     __tagExistedItemsPidl** m_ppExisting;
     int m_nExisting;
     int m_nSelected;

@@ -1,5 +1,7 @@
 #include "library/pidl.h"
 
+#include "base/owners.h"
+
 #include <cstring>
 
 namespace {
@@ -48,4 +50,4 @@ bool KxPidlEqual(KxPcPidl a, KxPcPidl b) {
     return std::memcmp(a, b, size - sizeof(USHORT)) == 0;
 }
 
-void KxPidlFree(KxPidl pidl) { CoTaskMemFree(pidl); }
+void KxPidlFree(KxPidl pidl) { KxTaskMemFree(pidl); }

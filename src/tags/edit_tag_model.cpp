@@ -3,7 +3,6 @@
 
 #include <cwchar>
 
-#include "base/interface_release.h"
 
 CEditTagModel::CEditTagModel(IKxContentSite* site, IKxContentFolder* folder, UINT itemCount,
                              const KxPcPidl* items)
@@ -11,31 +10,21 @@ CEditTagModel::CEditTagModel(IKxContentSite* site, IKxContentFolder* folder, UIN
       m_pFolder(folder),
       m_itemCount(itemCount),
       m_items(items),
-      m_properties(nullptr),
-      m_view(nullptr),
-      m_cursor(nullptr),
-      m_librarySource(nullptr),
-      m_library(nullptr),
-      m_currentItem(nullptr),
       m_currentIndex(0),
       m_tags(),
       m_nMode(KX_EDITMODE_SEVERAL),
       m_itemPath(),
       m_hrResult(S_OK),
-      m_pArtBytes(nullptr),
       m_nArtSize(0),
       m_bArtChanged(FALSE),
       m_bArtRemoved(FALSE),
       m_deleteArtOnAll(FALSE),
       m_artEditable(TRUE) {}
 
-// The window side frees all of this when its window goes away; whatever is left is freed here,
-// so a model that never had a window leaks nothing either.
+// The window side frees all of this when its window goes away; whatever is left goes here (the
+// owners give back the rest), so a model that never had a window leaks nothing either.
 CEditTagModel::~CEditTagModel() {
-    CoTaskMemFree(m_pArtBytes);
-    m_pArtBytes = nullptr;
     FreeTrackTagValues(&m_tags);
-    FreeItemCapabilities();
     ReleaseNamespace();
 }
 
@@ -49,54 +38,45 @@ HRESULT CEditTagModel::ConnectNamespace() {
     ReleaseInterfaces();  // a second connection replaces the first
     if (!m_pFolder || !m_pSite || !m_items) return E_POINTER;
 
-    void* object = nullptr;
     HRESULT hr = m_pFolder->GetItemObject(m_pSite, OwnerWindow(), m_itemCount, m_items, IID_IKxItemProperties,
-                                          &object);
-    if (FAILED(hr) || !object) return FAILED(hr) ? hr : E_POINTER;
-    m_properties = static_cast<IKxItemProperties*>(object);
+                                          m_properties.PutVoid());
+    if (FAILED(hr) || !m_properties) return FAILED(hr) ? hr : E_POINTER;
 
     KxPropertyKey keys[KxTagCount];
     for (int i = 0; i < KxTagCount; ++i) keys[i] = *KxTagPrefetchKeys[i];
     hr = m_properties->PrefetchProperties(KxTagCount, keys);
     if (FAILED(hr)) return hr;
 
-    object = nullptr;
-    hr = m_pSite->QueryService(IID_IKxContentView, 0, 0, &object);
-    if (FAILED(hr) || !object) return FAILED(hr) ? hr : E_POINTER;
-    m_view = static_cast<IKxContentView*>(object);
+    hr = m_pSite->QueryService(IID_IKxContentView, 0, 0, m_view.PutVoid());
+    if (FAILED(hr) || !m_view) return FAILED(hr) ? hr : E_POINTER;
 
-    object = nullptr;
-    hr = m_view->QueryInterface(IID_IKxItemCursor, &object);
-    if (FAILED(hr) || !object) return FAILED(hr) ? hr : E_POINTER;
-    m_cursor = static_cast<IKxItemCursor*>(object);
+    hr = m_view->QueryInterface(IID_IKxItemCursor, m_cursor.PutVoid());
+    if (FAILED(hr) || !m_cursor) return FAILED(hr) ? hr : E_POINTER;
 
     // The folder that resolves the well-known names is optional: without it the known-value
     // lists stay empty.
-    object = nullptr;
-    if (SUCCEEDED(m_pFolder->QueryInterface(IID_IKxContentRoot, &object)) && object) {
-        m_librarySource = static_cast<IKxContentRoot*>(object);
-        object = nullptr;
-        if (SUCCEEDED(m_librarySource->QueryInterface(IID_IKxContentFolder, &object)) && object) {
-            m_library = static_cast<IKxContentFolder*>(object);
-        } else {
-            KxReleaseAndNull(m_librarySource);
-        }
+    if (FAILED(m_pFolder->QueryInterface(IID_IKxContentRoot, m_librarySource.PutVoid())) || !m_librarySource) {
+        m_librarySource.Reset();  // an object handed out with a failure is still given back
+        return S_OK;
+    }
+    if (FAILED(m_librarySource->QueryInterface(IID_IKxContentFolder, m_library.PutVoid())) || !m_library) {
+        m_library.Reset();
+        m_librarySource.Reset();
     }
     return S_OK;
 }
 
 void CEditTagModel::ReleaseNamespace() {
-    CoTaskMemFree(m_currentItem);
-    m_currentItem = nullptr;
+    m_currentItem.Reset();
     ReleaseInterfaces();
 }
 
 void CEditTagModel::ReleaseInterfaces() {
-    KxReleaseAndNull(m_librarySource);
-    KxReleaseAndNull(m_library);
-    KxReleaseAndNull(m_cursor);
-    KxReleaseAndNull(m_view);
-    KxReleaseAndNull(m_properties);
+    m_librarySource.Reset();
+    m_library.Reset();
+    m_cursor.Reset();
+    m_view.Reset();
+    m_properties.Reset();
 }
 
 // A path text that does not fit m_itemPath is not cut: a shortened path would name another file,
@@ -118,30 +98,26 @@ HRESULT CEditTagModel::InitEditTagModel(BOOL* isLast, BOOL* isFirst) {
 
     // The first item that reads is the one shown.
     UINT shown = 0;
-    while (shown < m_itemCount && FAILED(ReadItemTags(m_properties, m_items[shown]))) ++shown;
+    while (shown < m_itemCount && FAILED(ReadItemTags(m_properties.Get(), m_items[shown]))) ++shown;
     if (shown == m_itemCount) {
         m_hrResult = E_POINTER;
         return m_hrResult;
     }
 
-    if (m_itemCount >= 2) ReadItemCapabilities(m_properties, m_items, m_itemCount);
+    if (m_itemCount >= 2) ReadItemCapabilities(m_properties.Get(), m_items, m_itemCount);
 
     ULONG count = 0;
     if (SUCCEEDED(m_cursor->GetCount(&count))) {
-        if (!m_currentItem || m_currentIndex == -1) {
-            CoTaskMemFree(m_currentItem);
-            m_currentItem = GetSelectedItem(&m_currentIndex);
-        }
+        if (!m_currentItem || m_currentIndex == -1) m_currentItem.Reset(GetSelectedItem(&m_currentIndex));
         if (static_cast<LONGLONG>(m_currentIndex) + 1 >= static_cast<LONGLONG>(count) && isLast) *isLast = TRUE;
         if (m_currentIndex == 0 && isFirst) *isFirst = TRUE;
     }
 
-    LPWSTR path = nullptr;
-    HRESULT hr = m_properties->GetStringProperty(m_items[shown], &KxPropFilePath, &path);
-    if (FAILED(hr) || !CopyItemPath(path)) {
+    CKxTaskMemString path;
+    HRESULT hr = m_properties->GetStringProperty(m_items[shown], &KxPropFilePath, path.Put());
+    if (FAILED(hr) || !CopyItemPath(path.Get())) {
         m_itemPath[0] = L'\0';
         m_nMode |= KX_EDITMODE_NO_PATH;
     }
-    CoTaskMemFree(path);
     return S_OK;
 }

@@ -4,6 +4,7 @@
 // from this class and overrides the three operations that talk to its controls.
 #pragma once
 
+#include "base/owners.h"
 #include "kx/KxContentTree.h"
 #include "tags/track_tag_records.h"
 
@@ -88,17 +89,17 @@ public:
     UINT m_itemCount;
     const KxPcPidl* m_items;
 
-    IKxItemProperties* m_properties;
-    IKxContentView* m_view;
-    IKxItemCursor* m_cursor;
-    IKxContentRoot* m_librarySource;
-    IKxContentFolder* m_library;
+    CKxComPtr<IKxItemProperties> m_properties;
+    CKxComPtr<IKxContentView> m_view;
+    CKxComPtr<IKxItemCursor> m_cursor;
+    CKxComPtr<IKxContentRoot> m_librarySource;
+    CKxComPtr<IKxContentFolder> m_library;
 
-    KxPidl m_currentItem;  // owned
+    CKxTaskMem<KxPidl> m_currentItem;
     LONG m_currentIndex;
 
     _tagTrackTagValues m_tags;  // as read: the baseline of every comparison
-    std::vector<_tagTrackTagAttribute*> m_itemCapabilities;  // records from CoTaskMemAlloc
+    std::vector<CKxTaskMem<_tagTrackTagAttribute*>> m_itemCapabilities;
 
     KxStringList m_artistList;
     KxStringList m_albumList;
@@ -110,7 +111,7 @@ public:
     HRESULT m_hrResult;
 
     // Art state shared with the picture handling.
-    BYTE* m_pArtBytes;  // CoTaskMemAlloc, owned
+    CKxTaskMem<BYTE*> m_pArtBytes;
     ULONG m_nArtSize;
     BOOL m_bArtChanged;
     BOOL m_bArtRemoved;
@@ -119,5 +120,7 @@ public:
 
 private:
     bool CopyItemPath(LPCWSTR path);
+    // The property object of one item, asked of the bound folder; false without one.
+    bool ItemProperties(KxPcPidl item, CKxComPtr<IKxItemProperties>& properties);
     void ReleaseInterfaces();
 };

@@ -9,17 +9,11 @@
 namespace {
 
 // Room for `count` string pointers, freed when it goes out of scope.
-class PointerArray {
+class PointerArray : public CKxTaskMem<LPCWSTR*> {
 public:
     explicit PointerArray(size_t count)
-        : m_slots(static_cast<LPCWSTR*>(CoTaskMemAlloc(count * sizeof(LPCWSTR)))) {}
-    ~PointerArray() { CoTaskMemFree(m_slots); }
-    PointerArray(const PointerArray&) = delete;
-    PointerArray& operator=(const PointerArray&) = delete;
-    LPCWSTR* get() const { return m_slots; }
-
-private:
-    LPCWSTR* m_slots;
+        : CKxTaskMem<LPCWSTR*>(static_cast<LPCWSTR*>(CoTaskMemAlloc(count * sizeof(LPCWSTR)))) {}
+    LPCWSTR* get() const { return Get(); }
 };
 
 int SlotIndex(const void* hit, LPCWSTR* base) {

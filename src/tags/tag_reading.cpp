@@ -23,13 +23,15 @@ DWORD CapabilityWord(DWORD propertyFlags) {
 
 }  // namespace
 
+// The record is a plain structure shared with the dialogs and filled field by field through the
+// tag table: this is its one clean-up, so its blocks are given back here by hand.
 void CEditTagModel::FreeTrackTagValues(_tagTrackTagValues* record) {
     if (!record) return;
     for (int tag = 0; tag < KxTagCount; ++tag) {
         const KxTagField& field = KxTagFieldOf(tag);
-        if (field.text) CoTaskMemFree(record->*field.text);
+        if (field.text) KxTaskMemFree(record->*field.text);
     }
-    CoTaskMemFree(record->art);
+    KxTaskMemFree(record->art);
     std::memset(record, 0, sizeof(*record));
 }
 
@@ -59,12 +61,9 @@ HRESULT CEditTagModel::ReadItemTags(IKxItemProperties* properties, KxPcPidl item
 
         switch (field.kind) {
             case KxTagKindString: {
-                LPWSTR text = nullptr;
-                if (SUCCEEDED(properties->GetStringProperty(item, field.key, &text))) {
-                    m_tags.*field.text = text;
-                } else {
-                    CoTaskMemFree(text);
-                }
+                CKxTaskMemString text;
+                if (SUCCEEDED(properties->GetStringProperty(item, field.key, text.Put())))
+                    m_tags.*field.text = text.Detach();
                 break;
             }
             case KxTagKindNumber: {
@@ -74,16 +73,14 @@ HRESULT CEditTagModel::ReadItemTags(IKxItemProperties* properties, KxPcPidl item
             }
             case KxTagKindBytes: {
                 DWORD word = 0;
-                BYTE* data = nullptr;
+                CKxTaskMem<BYTE*> data;
                 ULONG size = 0;
                 // A read that succeeds without bytes counts as no art.
-                if (SUCCEEDED(properties->GetBlobProperty(item, field.key, &word, &data, &size)) && data &&
+                if (SUCCEEDED(properties->GetBlobProperty(item, field.key, &word, data.Put(), &size)) && data &&
                     size > 0) {
-                    m_tags.art = data;
+                    m_tags.art = data.Detach();
                     m_tags.artSize = size;
                     artRead = true;
-                } else {
-                    CoTaskMemFree(data);
                 }
                 break;
             }
@@ -92,78 +89,60 @@ HRESULT CEditTagModel::ReadItemTags(IKxItemProperties* properties, KxPcPidl item
     if (!artRead) m_bArtRemoved = TRUE;
 
     if (!(m_nMode & (KX_EDITMODE_SEVERAL | KX_EDITMODE_NO_PATH))) {
-        LPWSTR location = nullptr;
-        if (SUCCEEDED(properties->GetStringProperty(item, &KxPropLocation, &location))) {
-            LPWSTR path = nullptr;
-            if (SUCCEEDED(properties->GetStringProperty(item, &KxPropFilePath, &path))) CopyItemPath(path);
-            CoTaskMemFree(path);
+        CKxTaskMemString location;
+        if (SUCCEEDED(properties->GetStringProperty(item, &KxPropLocation, location.Put()))) {
+            CKxTaskMemString path;
+            if (SUCCEEDED(properties->GetStringProperty(item, &KxPropFilePath, path.Put()))) CopyItemPath(path.Get());
         }
-        CoTaskMemFree(location);
     }
     return S_OK;
 }
 
 HRESULT CEditTagModel::LoadItemTags(KxPcPidl item) {
     if (!item || !m_pFolder) return E_POINTER;
-    void* object = nullptr;
-    HRESULT hr = m_pFolder->GetItemObject(m_pSite, OwnerWindow(), 1, &item, IID_IKxItemProperties, &object);
-    if (FAILED(hr) || !object) return E_POINTER;
-    IKxItemProperties* properties = static_cast<IKxItemProperties*>(object);
-    hr = ReadItemTags(properties, item);
-    properties->Release();
-    return hr;
+    CKxComPtr<IKxItemProperties> properties;
+    if (!ItemProperties(item, properties)) return E_POINTER;
+    return ReadItemTags(properties.Get(), item);
+}
+
+bool CEditTagModel::ItemProperties(KxPcPidl item, CKxComPtr<IKxItemProperties>& properties) {
+    const HRESULT hr = m_pFolder->GetItemObject(m_pSite, OwnerWindow(), 1, &item, IID_IKxItemProperties,
+                                                properties.PutVoid());
+    return SUCCEEDED(hr) && properties;
 }
 
 HRESULT CEditTagModel::ReadKnownValues(LPCWSTR folderName, KxStringList& list) {
     if (!m_library) return E_POINTER;
 
-    KxPidl id = nullptr;
-    HRESULT hr = m_library->ParseName(folderName, KX_PARSE_WELLKNOWN, &id);
-    if (hr != S_OK || !id) {
-        CoTaskMemFree(id);
-        return E_FAIL;
-    }
-    void* object = nullptr;
-    hr = m_library->BindToFolder(id, IID_IKxContentFolder, &object);
-    if (FAILED(hr) || !object) {
-        CoTaskMemFree(id);
-        return E_FAIL;
-    }
-    IKxContentFolder* folder = static_cast<IKxContentFolder*>(object);
-    object = nullptr;
-    hr = folder->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, &object);
-    if (FAILED(hr) || !object) {
-        folder->Release();
-        CoTaskMemFree(id);
-        return E_FAIL;
-    }
-    IKxItemEnum* items = static_cast<IKxItemEnum*>(object);
+    CKxTaskMem<KxPidl> id;
+    HRESULT hr = m_library->ParseName(folderName, KX_PARSE_WELLKNOWN, id.Put());
+    if (hr != S_OK || !id) return E_FAIL;
+    CKxComPtr<IKxContentFolder> folder;
+    hr = m_library->BindToFolder(id.Get(), IID_IKxContentFolder, folder.PutVoid());
+    if (FAILED(hr) || !folder) return E_FAIL;
+    CKxComPtr<IKxItemEnum> items;
+    hr = folder->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, items.PutVoid());
+    if (FAILED(hr) || !items) return E_FAIL;
 
     list.clear();
     do {
-        KxPidl child = nullptr;
+        CKxTaskMem<KxPidl> child;
         ULONG fetched = 0;
-        hr = items->Next(1, &child, &fetched);
+        hr = items->Next(1, child.Put(), &fetched);
         if ((hr == S_OK || hr == S_FALSE) && fetched != 0 && child) {
-            LPWSTR name = nullptr;
-            // A name handed back as null is no value to offer.
-            if (SUCCEEDED(folder->GetItemName(child, KX_NAME_NORMAL, &name)) && name) list.emplace_back(name);
-            CoTaskMemFree(name);
+            CKxTaskMemString name;
+            // The folder that listed the child names it; a name handed back as null is no value
+            // to offer.
+            if (SUCCEEDED(folder->GetItemName(child.Get(), KX_NAME_NORMAL, name.Put())) && name)
+                list.emplace_back(name.Get());
         }
-        CoTaskMemFree(child);
     } while (hr == S_OK);
 
     SortStrings(list);
-    items->Release();
-    folder->Release();
-    CoTaskMemFree(id);
     return S_OK;
 }
 
-void CEditTagModel::FreeItemCapabilities() {
-    for (_tagTrackTagAttribute* record : m_itemCapabilities) CoTaskMemFree(record);
-    m_itemCapabilities.clear();
-}
+void CEditTagModel::FreeItemCapabilities() { m_itemCapabilities.clear(); }
 
 HRESULT CEditTagModel::ReadItemCapabilities(IKxItemProperties* properties, const KxPcPidl* items, UINT count) {
     if (!properties || !items || count == 0) return E_POINTER;
@@ -180,7 +159,7 @@ HRESULT CEditTagModel::ReadItemCapabilities(IKxItemProperties* properties, const
             FreeItemCapabilities();
             return E_OUTOFMEMORY;
         }
-        m_itemCapabilities.push_back(record);
+        m_itemCapabilities.emplace_back(record);  // room was reserved: this does not throw
         for (int tag = 0; tag < KxTagCount; ++tag) {
             DWORD propertyFlags = 0;
             HRESULT hr = properties->GetPropertyInfo(items[i], KxTagFieldOf(tag).key, &propertyFlags, nullptr);
@@ -192,8 +171,8 @@ HRESULT CEditTagModel::ReadItemCapabilities(IKxItemProperties* properties, const
 
 BOOL CEditTagModel::AnyItemWritable(int tag) const {
     if (tag < 0 || tag >= KxTagCount) return FALSE;
-    for (const _tagTrackTagAttribute* record : m_itemCapabilities) {
-        if (record->tags[tag] & KX_TAGFLAG_WRITABLE) return TRUE;
+    for (const CKxTaskMem<_tagTrackTagAttribute*>& record : m_itemCapabilities) {
+        if (record.Get()->tags[tag] & KX_TAGFLAG_WRITABLE) return TRUE;
     }
     return FALSE;
 }

@@ -42,10 +42,8 @@ LPWSTR CopyText(LPCWSTR text) {
 
 HRESULT CEditTagModel::WriteItemTags(KxPcPidl item) {
     if (!item || !m_pFolder) return E_POINTER;
-    void* object = nullptr;
-    HRESULT hr = m_pFolder->GetItemObject(m_pSite, OwnerWindow(), 1, &item, IID_IKxItemProperties, &object);
-    if (FAILED(hr) || !object) return E_POINTER;
-    IKxItemProperties* properties = static_cast<IKxItemProperties*>(object);
+    CKxComPtr<IKxItemProperties> properties;
+    if (!ItemProperties(item, properties)) return E_POINTER;
 
     _tagTrackTagValues changed = {};
     GetTagsFromControls(&changed);
@@ -86,7 +84,6 @@ HRESULT CEditTagModel::WriteItemTags(KxPcPidl item) {
 
     m_bArtChanged = FALSE;
     FreeTrackTagValues(&changed);
-    properties->Release();
     return outcome.Result();
 }
 
@@ -143,10 +140,10 @@ HRESULT CEditTagModel::WriteAllItems() {
 }
 
 HRESULT CEditTagModel::SaveCurrentItem() {
-    if (!m_currentItem) m_currentItem = GetSelectedItem(&m_currentIndex);
+    if (!m_currentItem) m_currentItem.Reset(GetSelectedItem(&m_currentIndex));
     if (!m_currentItem) {
         m_currentIndex = -1;
         return E_POINTER;
     }
-    return WriteItemTags(m_currentItem);
+    return WriteItemTags(m_currentItem.Get());
 }

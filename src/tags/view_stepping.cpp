@@ -6,13 +6,11 @@ KxPidl CEditTagModel::GetSelectedItem(LONG* index) {
     KxCursorItem current = {0, nullptr};
     ULONG fetched = 0;
     HRESULT hr = m_cursor->GetCurrentItems(1, &current, &fetched);
+    CKxTaskMem<KxPidl> pidl(current.pidl);
     // A success that fetched nothing means the view has no current item.
-    if (FAILED(hr) || fetched == 0) {
-        CoTaskMemFree(current.pidl);
-        return nullptr;
-    }
+    if (FAILED(hr) || fetched == 0) return nullptr;
     if (index) *index = current.index;
-    return current.pidl;
+    return pidl.Detach();
 }
 
 HRESULT CEditTagModel::MoveToItem(BOOL* isFirst, BOOL* isLast, BOOL forward) {
@@ -25,7 +23,7 @@ HRESULT CEditTagModel::MoveToItem(BOOL* isFirst, BOOL* isLast, BOOL forward) {
     if (!m_cursor) return E_POINTER;
 
     if (!m_currentItem) {
-        m_currentItem = GetSelectedItem(&m_currentIndex);
+        m_currentItem.Reset(GetSelectedItem(&m_currentIndex));
         if (!m_currentItem) {
             *isFirst = TRUE;
             *isLast = TRUE;
@@ -34,7 +32,7 @@ HRESULT CEditTagModel::MoveToItem(BOOL* isFirst, BOOL* isLast, BOOL forward) {
     }
 
     // Moving saves the shown item; a later Cancel does not undo that.
-    WriteItemTags(m_currentItem);
+    WriteItemTags(m_currentItem.Get());
 
     const LONG from = m_currentIndex;
     m_currentIndex += forward ? 1 : -1;
@@ -51,13 +49,10 @@ HRESULT CEditTagModel::MoveToItem(BOOL* isFirst, BOOL* isLast, BOOL forward) {
         }
     }
 
-    KxPidl previous = m_currentItem;
-    m_currentItem = nullptr;
-    HRESULT hr = m_cursor->GetItemAt(m_currentIndex, &m_currentItem);
-    if (SUCCEEDED(hr) && !m_currentItem) hr = E_FAIL;  // no identifier is no item
+    CKxTaskMem<KxPidl> next;
+    HRESULT hr = m_cursor->GetItemAt(m_currentIndex, next.Put());
+    if (SUCCEEDED(hr) && !next) hr = E_FAIL;  // no identifier is no item
     if (FAILED(hr)) {
-        CoTaskMemFree(m_currentItem);
-        m_currentItem = previous;
         if (forward) {
             *isLast = TRUE;
         } else {
@@ -66,9 +61,9 @@ HRESULT CEditTagModel::MoveToItem(BOOL* isFirst, BOOL* isLast, BOOL forward) {
         return hr;
     }
 
-    CoTaskMemFree(previous);
+    m_currentItem = std::move(next);
     ClearShownArt();
-    LoadItemTags(m_currentItem);
+    LoadItemTags(m_currentItem.Get());
     SetTagsToControls(&m_tags);
     return S_OK;
 }

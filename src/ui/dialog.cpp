@@ -1,5 +1,6 @@
 #include "ui/dialog.h"
 
+#include "base/boundary.h"
 #include "ui/activation_context.h"
 #include "ui/module_state.h"
 
@@ -44,7 +45,10 @@ INT_PTR CALLBACK KxDialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPa
         dlg->AddToPermanentMap();
     }
     LRESULT result = 0;
-    BOOL handled = dlg->Dispatch(message, wParam, lParam, &result);
+    // a handler that throws leaves the message to the dialog manager's default handling
+    BOOL handled = KxGuard(
+        L"CDialog::Dispatch", [&] { return dlg->Dispatch(message, wParam, lParam, &result); },
+        [](KxExceptionKind) { return FALSE; });
     if (message == WM_NCDESTROY) {
         dlg->RemoveFromPermanentMap();
         dlg->m_hWnd = nullptr;

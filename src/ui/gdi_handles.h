@@ -1,39 +1,19 @@
 // Owners of GDI objects: each deletes what it holds when it goes, so no path leaks a font, a
-// bitmap, a brush or a device context.
+// bitmap, a brush or a device context. The objects are held by the general owner of base/owners.h.
 #pragma once
 
 #include <windows.h>
 
+#include "base/owners.h"
+
+template <typename Handle>
+void KxDeleteGdiObject(Handle h) {
+    DeleteObject(h);
+}
+
 // Owns one GDI object (font, bitmap, brush, pen, region) and deletes it.
 template <typename Handle>
-class CKxGdiObject {
-public:
-    CKxGdiObject() : m_h(nullptr) {}
-    explicit CKxGdiObject(Handle h) : m_h(h) {}
-    ~CKxGdiObject() { Reset(); }
-    CKxGdiObject(const CKxGdiObject&) = delete;
-    CKxGdiObject& operator=(const CKxGdiObject&) = delete;
-    CKxGdiObject(CKxGdiObject&& other) noexcept : m_h(other.Release()) {}
-    CKxGdiObject& operator=(CKxGdiObject&& other) noexcept {
-        if (this != &other) Reset(other.Release());
-        return *this;
-    }
-
-    Handle Get() const { return m_h; }
-    explicit operator bool() const { return m_h != nullptr; }
-    void Reset(Handle h = nullptr) {
-        if (m_h) DeleteObject(m_h);
-        m_h = h;
-    }
-    Handle Release() {
-        Handle h = m_h;
-        m_h = nullptr;
-        return h;
-    }
-
-private:
-    Handle m_h;
-};
+using CKxGdiObject = CKxUnique<Handle, &KxDeleteGdiObject<Handle>>;
 
 typedef CKxGdiObject<HFONT> CKxFont;
 typedef CKxGdiObject<HBITMAP> CKxBitmap;

@@ -1,5 +1,7 @@
 #include "ui/wnd.h"
 
+#include "base/boundary.h"
+
 #include <memory>
 #include <unordered_map>
 
@@ -22,7 +24,10 @@ LRESULT CALLBACK KxSubclassProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM l
     if (!wnd) return DefWindowProcW(hWnd, message, wParam, lParam);
     MSG previous = wnd->m_currentMsg;
     wnd->m_currentMsg = MSG{hWnd, message, wParam, lParam, 0, {0, 0}};
-    LRESULT result = wnd->WindowProc(message, wParam, lParam);
+    // a handler that throws leaves the message to the default handling
+    LRESULT result = KxGuard(
+        L"CWnd::WindowProc", [&] { return wnd->WindowProc(message, wParam, lParam); },
+        [&](KxExceptionKind) { return wnd->Default(); });
     wnd->m_currentMsg = previous;
     if (message == WM_NCDESTROY) {
         // the window is gone: give the object back its independence

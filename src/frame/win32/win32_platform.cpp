@@ -20,6 +20,7 @@ public:
     BOOL PathRemoveFileSpecW(LPWSTR path) override { return ::PathRemoveFileSpecW(path); }
     BOOL PathAppendW(LPWSTR path, LPCWSTR more) override { return ::PathAppendW(path, more); }
     HMODULE LoadLibraryW(LPCWSTR path) override { return ::LoadLibraryW(path); }
+    // The system call behind CKxPlatformModule, the owner of the resource library.
     BOOL FreeLibrary(HMODULE module) override { return ::FreeLibrary(module); }
     void SetModuleResourceHandle(HMODULE resources) override {
         CKxManageState state;

@@ -45,7 +45,7 @@ BOOL CDlgAddToPlaylist::OnInitDialog() {
 
     const int which = playlist ? CAddToPlaylistModel::WhichPlaylists : CAddToPlaylistModel::WhichSlideshows;
     if (m_model.LoadExisting(which) != S_OK) PostMessage(WM_CLOSE);
-    m_model.FillCombo(*this, m_model.m_pszInitialName);
+    m_model.FillCombo(*this, m_model.m_pszInitialName.Get());
     return TRUE;
 }
 
@@ -72,8 +72,6 @@ void CDlgAddToPlaylist::OnOK() {
 
 void CDlgAddToPlaylist::OnDestroy() {
     m_model.FreeExisting();
-    CoTaskMemFree(m_model.m_pszInitialName);
-    m_model.m_pszInitialName = nullptr;
     m_hookWnd.Detach();
     CDialog::OnDestroy();
 }
@@ -103,15 +101,12 @@ HRESULT RunAddToDialog(int mode, HWND hwndParent, IKxContentFolder* pFolder, LPC
     const INT_PTR result = dlg.DoModal();
     if (dlg.m_model.m_hrResult != S_OK) return dlg.m_model.m_hrResult;
     if (result == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);
-    *ppItem = nullptr;
-    *ppszNewName = nullptr;
-    const HRESULT hr = dlg.HandBack(ppItem, ppszNewName);
-    if (hr != S_OK) {
-        CoTaskMemFree(*ppItem);
-        CoTaskMemFree(*ppszNewName);
-        *ppItem = nullptr;
-        *ppszNewName = nullptr;
-    }
+    // The outputs are the host's only once the hand-back succeeded.
+    CKxTaskMem<KxPidl> item;
+    CKxTaskMemString newName;
+    const HRESULT hr = dlg.HandBack(item.Put(), newName.Put());
+    *ppItem = hr == S_OK ? item.Detach() : nullptr;
+    *ppszNewName = hr == S_OK ? newName.Detach() : nullptr;
     // A dialog that could not be shown leaves both outputs null and answers 0: the host sees
     // success with nothing in it, as it does for any dialog whose result field kept its start.
     return hr;

@@ -124,10 +124,17 @@ TEST_F(PluginFrame, RefusedClassObjectsAndInstancesLeaveNothingAlive) {
     };
     for (const auto& row : rows) {
         void* out = kUntouched;
+        g_szTraceMessage[0] = L'\0';
         if (row.failAllocation) kxcompat::FailTaskMemAllocations(row.failAllocation);
         EXPECT_EQ(row.status, row.call(&out));
         EXPECT_EQ(row.out, out) << std::hex << row.status;
         EXPECT_EQ(0, g_cLiveObjects);
+        // the object that could not be made says so in the trace
+        if (row.failAllocation == 2) {
+            EXPECT_EQ(std::wstring(L"E:KxComResPlginPluginObj::CreateInstance>> Failed to create "
+                                   L"KxComResPlginPluginObj object"),
+                      g_szTraceMessage);
+        }
     }
     EXPECT_EQ(1, platform.oleStarts) << "only the object whose interface was refused came up";
     EXPECT_EQ(1, platform.frees);
@@ -185,12 +192,17 @@ TEST_F(PluginFrame, ObjectComesUpWithItsResourceLibraryAndOleEndsOnlyWhenItStart
     EXPECT_EQ(E_FAIL, Create(&out));
     EXPECT_EQ(kUntouched, out);
     EXPECT_EQ(2, platform.oleEnds);
-    // A failed OLE start does not stop the object, and is not ended later.
+    // A failed OLE start does not stop the object, and is not ended later; a start that found the
+    // thread in OLE already (S_FALSE) counts, and is ended.
     platform.resourcePath = L"C:\\Plugins\\ComRcRes.dll";
     platform.oleResult = E_OUTOFMEMORY;
     ASSERT_EQ(S_OK, Create(&out));
     static_cast<IKxCommonResource*>(out)->Release();
     EXPECT_EQ(2, platform.oleEnds);
+    platform.oleResult = S_FALSE;
+    ASSERT_EQ(S_OK, Create(&out));
+    static_cast<IKxCommonResource*>(out)->Release();
+    EXPECT_EQ(3, platform.oleEnds);
 }
 
 TEST_F(PluginFrame, AggregatedObjectForwardsItsInterfacesUnknownToTheOuter) {
@@ -261,6 +273,91 @@ TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
     EXPECT_EQ(14, needed);
     bare->Release();
     live->Release();
+}
+
+// A runner, and a platform's string table, that throw: out of memory, or anything else.
+struct Thrower {
+    bool outOfMemory = true;
+    HRESULT Throw() const {
+        if (outOfMemory) throw std::bad_alloc();
+        throw 42;
+    }
+};
+struct ThrowingRunner : IKxDialogRunner, Thrower {
+    HRESULT ShowNameDialog(Obj&, HWND, INT, INT, LPCWSTR, LPWSTR*) override { return Throw(); }
+    HRESULT ShowEditTagDialog(Obj&, HWND, Site, Folder, UINT, const KxPcPidl*) override { return Throw(); }
+    HRESULT ShowAddToPlaylistDialog(Obj&, HWND, Folder, LPCWSTR, KxPidl*, LPWSTR*) override { return Throw(); }
+    HRESULT ShowAddToSlideshowDialog(Obj&, HWND, Folder, LPCWSTR, KxPidl*, LPWSTR*) override { return Throw(); }
+    HRESULT ShowMessageBox(Obj&, HWND, LPCWSTR, LPCWSTR, UINT) override { return Throw(); }
+    HRESULT CreateBalloonTip(Obj&, REFIID, HWND, LPCWSTR, LPCWSTR, UINT, void**) override { return Throw(); }
+    HRESULT ShowImagePropertyDialog(Obj&, HWND, Site, Folder, KxPcPidl) override { return Throw(); }
+    HRESULT ShowVideoPropertyDialog(Obj&, HWND, Site, Folder, KxPcPidl) override { return Throw(); }
+    HRESULT ShowAddMusicsDialog(Obj&, DWORD, Site, Folder, LPCWSTR, IKxTrackList*, INT*, KxPidl**) override {
+        return Throw();
+    }
+};
+struct ThrowingStrings : FakePluginPlatform, Thrower {
+    bool on = false;
+    int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int cchBuffer) override {
+        return on ? Throw() : FakePluginPlatform::LoadStringW(module, id, buffer, cchBuffer);
+    }
+};
+
+// No exception leaves an operation: out of memory answers 0x8007000E, anything else 0x8000FFFF,
+// and the trace says which operation caught it.
+TEST_F(PluginFrame, AnExceptionInAnyOperationBecomesAStatusAndATraceLine) {
+    ThrowingStrings strings;
+    ThrowingRunner thrower;
+    KxSetPluginPlatform(&strings);
+    KxSetDialogRunner(&thrower);
+    IKxCommonResource* r = nullptr;
+    strings.on = true;  // the start itself throws: the half-made object goes
+    g_debugLines.clear();
+    g_bTraceDebugString = TRUE;
+    kxcompat::SetDebugOutputSink([](LPCWSTR line, void*) { g_debugLines.emplace_back(line); }, nullptr);
+    EXPECT_EQ(E_OUTOFMEMORY, Create((void**)&r));
+    g_bTraceDebugString = FALSE;
+    kxcompat::SetDebugOutputSink(nullptr, nullptr);
+    ASSERT_GE(g_debugLines.size(), 3u);  // creation, start, the exception, the release
+    EXPECT_NE(std::wstring::npos,
+              g_debugLines[2].find(L"=E:CVnFactory::CreateInstance>> Caught an exception: out of memory\r\n"));
+    EXPECT_EQ(0, g_cLiveObjects);
+    strings.on = false;
+    ASSERT_EQ(S_OK, Create((void**)&r));
+    strings.on = true;
+    auto* folder = reinterpret_cast<Folder>(0x20);
+    KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
+    LPWSTR text = nullptr;
+    INT needed = 0;
+    const std::vector<std::pair<const wchar_t*, std::function<HRESULT()>>> rows = {
+        {L"GetResourceString", [&] { return r->GetResourceString(188, &text); }},
+        {L"LoadResourceString", [&] { return r->LoadResourceString(188, nullptr, 0, &needed); }},
+        {L"ShowNameDialog", [&] { return r->ShowNameDialog(nullptr, 3, 2, nullptr, nullptr); }},
+        {L"ShowEditTagDialog",
+         [&] { return r->ShowEditTagDialog(nullptr, reinterpret_cast<Site>(0x10), folder, 1, &item); }},
+        {L"ShowAddToPlaylistDialog",
+         [&] { return r->ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+        {L"ShowAddToSlideshowDialog",
+         [&] { return r->ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+        {L"ShowMessageBox", [&] { return r->ShowMessageBox(nullptr, nullptr, nullptr, 0); }},
+        {L"CreateBalloonTip",
+         [&] { return r->CreateBalloonTip(IID_IKxBalloonTip, nullptr, nullptr, nullptr, 0, nullptr); }},
+        {L"ShowImagePropertyDialog", [&] { return r->ShowImagePropertyDialog(nullptr, nullptr, folder, item); }},
+        {L"ShowVideoPropertyDialog", [&] { return r->ShowVideoPropertyDialog(nullptr, nullptr, folder, item); }},
+        {L"ShowAddMusicsDialog",
+         [&] { return r->ShowAddMusicsDialog(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }},
+    };
+    for (bool outOfMemory : {true, false}) {
+        strings.outOfMemory = thrower.outOfMemory = outOfMemory;
+        for (const auto& row : rows) {
+            EXPECT_EQ(outOfMemory ? E_OUTOFMEMORY : E_UNEXPECTED, row.second()) << row.first;
+            EXPECT_EQ(std::wstring(L"E:KxComResPlginPluginObj::") + row.first + L">> Caught an exception: " +
+                          (outOfMemory ? L"out of memory" : L"unexpected error"),
+                      g_szTraceMessage);
+        }
+    }
+    EXPECT_EQ(0u, r->Release());
+    KxSetPluginPlatform(&platform);
 }
 
 // Registration: the arguments in the registration library's order, its results mapped, the walk

@@ -75,7 +75,7 @@ TEST_F(HookWndTest, DetachOnAnEmptyObjectDoesNothingAndAfterAnAttachClearsEveryF
     hook.AttachDialog(Window(1), "a.ini", L"p");
     EXPECT_EQ(0x1000u + KX_HOOKOP_RELEASE, hook.Detach());
     EXPECT_EQ(0u, hook.m_hHook);
-    EXPECT_EQ(nullptr, hook.m_hHookLibrary);
+    EXPECT_EQ(nullptr, hook.m_hHookLibrary.Get());
     EXPECT_EQ(nullptr, hook.m_pfnCallHookWnd);
     EXPECT_EQ(0u, hook.Detach());
     EXPECT_EQ(4u, g_calls.size()) << "a second detach has nothing to release";

@@ -4,6 +4,7 @@
 #include "tests/unit/host/library_test_support.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace kxtest {
 namespace {
@@ -58,6 +59,55 @@ TEST_F(Injection, TheNthCallFailsOnceForSomeOrFromThenOn) {
         ++calls;
     }
     EXPECT_EQ(calls, lib.Calls(Op::ParseName)) << "failed calls count too";
+}
+
+// What a host may do within the contract: an injected failure still hands out the interface, an
+// injected S_FALSE reaches the caller with what the call made, and names come only from the folder
+// that lists the item.
+TEST_F(Injection, FailuresStillHandOutObjectsOtherSuccessesPassAndNamesComeFromTheParent) {
+    Ref<IKxContentFolder> playlists, albums;
+    ASSERT_EQ(S_OK, lib.GetFolder(lib.Folder(WellKnown::Playlists), playlists.Out()));
+    ASSERT_EQ(S_OK, lib.GetFolder(lib.Folder(WellKnown::Albums), albums.Out()));
+    TaskMem<KxItemIdList> playlist(lib.NewPidl(sample.playlists[0])), track(lib.NewPidl(sample.tracks[0]));
+    const KxPcPidl items[] = {track.p};
+    const IID& kRoot = IID_IKxContentRoot;
+    const struct {
+        Op op;
+        HRESULT injected;
+        std::function<HRESULT(void**)> call;
+    } rows[] = {
+        {Op::EnumItems, E_FAIL,
+         [&](void** out) { return albums->EnumItems(0, KX_ENUM_CONTAINERS, IID_IKxItemEnum, out); }},
+        {Op::GetItemObject, E_FAIL,
+         [&](void** out) { return albums->GetItemObject(nullptr, nullptr, 1, items, IID_IKxItemProperties, out); }},
+        {Op::BindToFolder, E_FAIL,
+         [&](void** out) { return playlists->BindToFolder(playlist.p, IID_IKxContentFolder, out); }},
+        {Op::QueryContentRoot, E_NOINTERFACE, [&](void** out) { return playlists->QueryInterface(kRoot, out); }},
+        {Op::QueryContentRoot, S_FALSE, [&](void** out) { return playlists->QueryInterface(kRoot, out); }},
+    };
+    for (const auto& row : rows) {
+        for (bool handOut : {true, false}) {
+            lib.SetFailuresHandOut(handOut);
+            lib.FailOperation(row.op, row.injected);
+            Ref<IUnknown> object;
+            EXPECT_EQ(row.injected, row.call(object.OutVoid())) << OpName(row.op);
+            EXPECT_EQ(handOut || SUCCEEDED(row.injected), static_cast<bool>(object)) << OpName(row.op);
+        }
+    }
+    lib.SetFailuresHandOut(true);
+
+    TaskMem<WCHAR> name;
+    lib.FailOperation(Op::GetItemName, S_FALSE);
+    EXPECT_EQ(S_FALSE, playlists->GetItemName(playlist.p, KX_NAME_NORMAL, name.Out()));
+    EXPECT_EQ(lib.NameOf(sample.playlists[0]), std::wstring(name.p));
+    lib.FailOperation(Op::GetItemName, E_FAIL);
+    EXPECT_EQ(E_FAIL, playlists->GetItemName(playlist.p, KX_NAME_NORMAL, name.Out()));
+    EXPECT_EQ(nullptr, name.p) << "a name is no object: a failure hands out none";
+    // a playlist is named by its folder only; a track by the folders that list it
+    EXPECT_EQ(E_INVALIDARG, root->GetItemName(playlist.p, KX_NAME_NORMAL, name.Out()));
+    EXPECT_EQ(E_INVALIDARG, playlists->GetItemName(track.p, KX_NAME_NORMAL, name.Out()));
+    EXPECT_EQ(S_OK, albums->GetItemName(track.p, KX_NAME_NORMAL, name.Out()));
+    EXPECT_EQ(S_OK, root->GetItemName(track.p, KX_NAME_NORMAL, name.Out()));
 }
 
 struct FolderWalk : LibraryTest {

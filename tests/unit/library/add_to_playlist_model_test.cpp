@@ -74,7 +74,7 @@ protected:
     std::unique_ptr<M> Filled(LPCWSTR initial, IKxContentFolder* folder = nullptr) {
         auto m = std::make_unique<M>(M::ModePlaylist, folder ? folder : root, initial);
         EXPECT_EQ(S_OK, m->LoadExisting(M::WhichPlaylists));
-        m->FillCombo(combo, m->m_pszInitialName);
+        m->FillCombo(combo, m->m_pszInitialName.Get());
         return m;
     }
     std::string Names(const M& m) {
@@ -127,14 +127,17 @@ TEST_F(AddToPlaylistModelTest, TargetsAreSortedByCodeUnitAndFoundByExactName) {
 }
 
 TEST_F(AddToPlaylistModelTest, AFailedStepOfTheWalkIsAnUnreachableFolderWhateverTheHostSaid) {
-    // a target whose name fails is left out; a failing Next ends the walk with what came before
+    // a target whose name fails, or comes with another success than S_OK, is left out; a failing
+    // Next ends the walk with what came before
     struct Case { Op op; HRESULT status; int nth; HRESULT result; const char* names; };
     for (Case c : {Case{Op::QueryContentRoot, E_NOINTERFACE, 1, E_POINTER, ""},
                    {Op::QueryContentFolder, E_NOINTERFACE, 1, E_POINTER, ""},
                    {Op::ParseName, S_FALSE, 1, E_POINTER, ""}, {Op::ParseName, E_INVALIDARG, 1, E_POINTER, ""},
                    {Op::BindToFolder, E_ACCESSDENIED, 1, E_POINTER, ""},
                    {Op::EnumItems, E_OUTOFMEMORY, 1, E_POINTER, ""},
+                   {Op::QueryContentRoot, S_FALSE, 1, E_POINTER, ""},
                    {Op::GetItemName, E_FAIL, 2, S_OK, "Zeta _mix alpha beta "},
+                   {Op::GetItemName, S_FALSE, 2, S_OK, "Zeta _mix alpha beta "},
                    {Op::Next, E_FAIL, 3, S_OK, "Alpha beta "}}) {
         M m(M::ModePlaylist, root, nullptr);
         lib->FailOperation(c.op, c.status, c.nth);

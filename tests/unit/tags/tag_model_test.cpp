@@ -238,13 +238,13 @@ TEST_F(Reading, PathTextOnlyForOneItemWithALocationAndAPathThatFits) {
                           {KX_EDITMODE_SINGLE, fits + L"q", false}}) {
         e.m_nMode = c.mode;
         lib->SetString(tracks[0], KxPropFilePath, c.path);
-        EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties, pidls[0]));
+        EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties.Get(), pidls[0]));
         EXPECT_EQ(c.kept ? fits : L"", std::wstring(e.m_itemPath)) << c.mode << " " << c.path.size();
     }
     EXPECT_EQ(E_FAIL, e.m_hrResult);
     lib->RemoveValue(tracks[0], KxPropLocation);  // without a location the path is not asked for
     const long reads = lib->Calls(Op::GetStringProperty);
-    EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties, pidls[0]));
+    EXPECT_EQ(S_OK, e.ReadItemTags(e.m_properties.Get(), pidls[0]));
     EXPECT_EQ(reads + 6 + 1, lib->Calls(Op::GetStringProperty));  // six tags and the location
 
     // a path that can't be read or doesn't fit at the start marks the mode for every later item
@@ -285,15 +285,15 @@ TEST_F(Reading, CapabilityWordsPerItemAndTagAndNoneWithoutMemory) {
     lib->SetCapabilities(tracks[1], KxPropRating, kxhost::kWritable);
     ScriptedEditor& e = Started({0, 1, 2});
     std::string words;  // title, album and rating of each item
-    for (const _tagTrackTagAttribute* r : e.m_itemCapabilities)
-        for (int tag : {KxTagTitle, KxTagAlbum, KxTagRating}) words += std::to_string(r->tags[tag]);
+    for (const auto& record : e.m_itemCapabilities)
+        for (int tag : {KxTagTitle, KxTagAlbum, KxTagRating}) words += std::to_string(record.Get()->tags[tag]);
     EXPECT_EQ("373105700", words);
     EXPECT_TRUE(e.AnyItemWritable(KxTagAlbum));   // the first item's
     EXPECT_TRUE(e.AnyItemWritable(KxTagRating));  // the second item's
     EXPECT_FALSE(e.AnyItemWritable(KxTagTagInt12) || e.AnyItemWritable(-1) || e.AnyItemWritable(KxTagCount));
 
     kxhost::FailTaskMemAllocations(2);  // the second record: without the whole set nothing is writable
-    EXPECT_EQ(E_OUTOFMEMORY, e.ReadItemCapabilities(e.m_properties, given.data(), 3));
+    EXPECT_EQ(E_OUTOFMEMORY, e.ReadItemCapabilities(e.m_properties.Get(), given.data(), 3));
     kxhost::ResetTaskMemFailures();
     EXPECT_TRUE(e.m_itemCapabilities.empty());
     EXPECT_FALSE(e.AnyItemWritable(KxTagAlbum));
@@ -342,7 +342,7 @@ TEST_F(Reading, TheStartShowsTheFirstItemThatReadsWithTheFirstAndLastFlagsOfTheV
         EXPECT_EQ("Two", Narrow(e.m_tags.title));
         EXPECT_EQ(std::wstring(L"C:\\Music\\two.mp3"), e.m_itemPath);  // the shown item's path
         ASSERT_EQ(3u, e.m_itemCapabilities.size());
-        for (DWORD word : e.m_itemCapabilities[0]->tags) EXPECT_EQ(0u, word);  // the item without an id
+        for (DWORD word : e.m_itemCapabilities[0].Get()->tags) EXPECT_EQ(0u, word);  // the item without an id
     }
     items[1] = nullptr;
     ScriptedEditor none(site, &folder, 2, items);  // no item reads
@@ -359,7 +359,7 @@ TEST_F(Reading, AFailedStartClosesWithAMissingPointerCodeAndTheNamingFolderIsOpt
         ScriptedEditor& e = Editor({0});
         EXPECT_EQ(c.result, e.InitEditTagModel(nullptr, nullptr)) << static_cast<int>(c.op);
         EXPECT_EQ(c.result, e.m_hrResult);
-        EXPECT_TRUE(e.m_librarySource == nullptr && e.m_artistList.empty());  // given back, or never had
+        EXPECT_TRUE(!e.m_librarySource && e.m_artistList.empty());  // given back, or never had
         editor.reset();
         EXPECT_EQ(ownReferences, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
         lib->ResetFailures();
@@ -415,6 +415,19 @@ TEST_F(Writing, ArtGoesWithItsChangedMarkAndIsRemovedWithItsRemovedMarkEvenWitho
     EXPECT_EQ((std::vector<BYTE>{9, 8, 7, 6}), lib->Value(tracks[1], KxPropAlbumArt)->bytes);
 }
 
+// A tag the item has but whose value could not be read compares as no value: what the user typed
+// is written.
+TEST_F(Writing, ATypedTextIsWrittenWhereTheTagExistedWithoutAValue) {
+    lib->SetValue(tracks[1], KxPropAlbum, kxhost::PropertyValue::String(L"unread"), kxhost::kWritable);
+    lib->SetView(tracks, 1);
+    ScriptedEditor& e = Started({1}, true);
+    ASSERT_EQ(nullptr, e.m_tags.album);
+    ASSERT_EQ(static_cast<DWORD>(KX_TAGFLAGS_PRESENT | KX_TAGFLAG_WRITABLE), e.m_tags.albumFlags);
+    SetText(e.controls.album, L"Typed");
+    EXPECT_EQ(S_OK, e.WriteItemTags(pidls[1]));
+    EXPECT_EQ("1:2S 1:artR", Writes());
+}
+
 TEST_F(Writing, SuccessIfOneWriteSucceededElseTheLastFailure) {
     const HRESULT kSharingViolation = static_cast<HRESULT>(0x80070020u);
     ScriptedEditor& e = Started({0}, true);
@@ -455,7 +468,7 @@ TEST_F(Writing, SeveralItemsGetTheTickedValuesThatSomeItemTakesInOneCallAndTheRe
     EXPECT_EQ(kxhost::ValueKind::UInt32, lib->Value(tracks[2], KxPropRating)->kind);
 
     for (int t : {0, 1, 2}) lib->SetCapabilities(tracks[t], KxPropGenre, kxhost::kReadable);  // no item takes it
-    ASSERT_EQ(S_OK, e.ReadItemCapabilities(e.m_properties, given.data(), 3));
+    ASSERT_EQ(S_OK, e.ReadItemCapabilities(e.m_properties.Get(), given.data(), 3));
     e.controls.rating = -1;
     EXPECT_EQ(S_OK, e.WriteAllItems());
     EXPECT_EQ("0:3P 0:8P 0:2P 0:5P 1:3P 1:8P 1:2P 1:5P 2:3P 2:8P 2:2P 2:5P", Writes());  // no genre, no rating
@@ -495,7 +508,7 @@ TEST_F(Stepping, AFailedLookupKeepsTheShownItemAndWithoutACountTheViewBoundsTheS
     lib->FailOperation(Op::CursorGetItemAt, E_UNEXPECTED, 1, 2);
     EXPECT_EQ("8000FFFF L @1", Step(e, TRUE));  // the index stays where the step put it
     EXPECT_EQ("8000FFFF F @0", Step(e, FALSE));
-    EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem));
+    EXPECT_EQ(tracks[0], lib->ItemOf(e.m_currentItem.Get()));
     EXPECT_EQ("", e.shown);
 
     lib->SetView(tracks, 2);
@@ -503,10 +516,10 @@ TEST_F(Stepping, AFailedLookupKeepsTheShownItemAndWithoutACountTheViewBoundsTheS
     BOOL first = FALSE, last = FALSE;
     ScriptedEditor& s = Started({2}, false, &last, &first);
     EXPECT_FALSE(first || last);          // left alone
-    EXPECT_EQ(nullptr, s.m_currentItem);  // found when first needed
+    EXPECT_EQ(nullptr, s.m_currentItem.Get());  // found when first needed
     EXPECT_EQ("0 @3", Step(s, TRUE));     // the last is not known without the count
     EXPECT_EQ("80070057 L @4", Step(s, TRUE));  // past the end the view refuses
-    EXPECT_EQ(tracks[3], lib->ItemOf(s.m_currentItem));
+    EXPECT_EQ(tracks[3], lib->ItemOf(s.m_currentItem.Get()));
     EXPECT_EQ("~Four ", s.shown);
 }
 

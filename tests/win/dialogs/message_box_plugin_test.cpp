@@ -155,6 +155,50 @@ TEST_F(MessageBoxThroughPlugin, ALongMessageGrowsTheDialogAndTheTextByTheMeasure
     EXPECT_EQ(plain.first.top + extra + 4, grown.first.top) << "the template's layout keeps the buttons at the bottom";
 }
 
+// Height of `text` broken into the width of `rc` in the given font (the measuring the box does).
+int WrappedHeight(HFONT font, const RECT& rc, const std::wstring& text) {
+    RECT calc = {0, 0, rc.right - rc.left, 0};
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, font);
+    DrawTextW(dc, text.c_str(), -1, &calc, DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    return calc.bottom;
+}
+
+// The caption is drawn bold, so it is measured bold: a caption that wraps only in bold still
+// shows all its lines.
+TEST_F(MessageBoxThroughPlugin, ACaptionThatWrapsOnlyInBoldGrowsToItsBoldHeight) {
+    RECT caption = {};
+    LOGFONTW lf = {};
+    DialogDriver first;
+    first.Inspect([&](HWND dlg) {
+             caption = ItemRect(dlg, kCaption);
+             GetObjectW(reinterpret_cast<HFONT>(SendMessageW(dlg, WM_GETFONT, 0, 0)), sizeof(lf), &lf);
+         })
+        .Close();
+    Show(kShort, L"x", MB_ICONHAND);
+    HFONT regular = CreateFontIndirectW(&lf);
+    lf.lfWeight = FW_BOLD;
+    HFONT bold = CreateFontIndirectW(&lf);
+    std::wstring text;
+    int boldHeight = 0;
+    for (int words = 1; words < 200 && !boldHeight; ++words) {
+        text += words % 2 ? L"Wide " : L"word ";
+        const int b = WrappedHeight(bold, caption, text);
+        if (b > Height(caption) && WrappedHeight(regular, caption, text) <= Height(caption)) boldHeight = b;
+    }
+    DeleteObject(regular);
+    DeleteObject(bold);
+    ASSERT_GT(boldHeight, 0) << "no caption wraps in bold only";
+
+    RECT grown = {};
+    DialogDriver second;
+    second.Inspect([&](HWND dlg) { grown = ItemRect(dlg, kCaption); }).Close();
+    Show(kShort, text.c_str(), MB_ICONHAND);
+    EXPECT_GE(Height(grown), boldHeight);
+}
+
 TEST_F(MessageBoxThroughPlugin, EachBoxLoadsAttachesReleasesAndFreesTheSkinCallByCall) {
     SkinRecorder skin;
     for (int run = 0; run < 2; ++run) {

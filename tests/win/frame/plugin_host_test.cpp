@@ -33,9 +33,45 @@ TEST(PluginHost, TheObjectAndALockHoldTheLibraryButTheFactoryDoesNot) {
     EXPECT_EQ(S_FALSE, plugin.CanUnloadNow());
     factory->LockServer(FALSE);
     factory->LockServer(FALSE);  // an unmatched unlock holds nothing
+    EXPECT_EQ(S_OK, plugin.CanUnloadNow());
     factory->LockServer(TRUE);
     EXPECT_EQ(S_OK, plugin.CanUnloadNow());
     factory->Release();
+}
+
+// A thread that makes two objects (inside the host's own OLE start, when asked), lets them go
+// and then tries to join the multithreaded apartment.
+struct OleRun {
+    const PluginLibrary* plugin;
+    bool hostInOle;
+    HRESULT joined;
+};
+DWORD WINAPI RunTwoObjectsOnANewThread(void* p) {
+    OleRun& r = *static_cast<OleRun*>(p);
+    if (r.hostInOle && FAILED(OleInitialize(nullptr))) return 1;
+    IKxCommonResource* first = nullptr;
+    IKxCommonResource* second = nullptr;
+    if (r.plugin->Create(&first) == S_OK && r.plugin->Create(&second) == S_OK) second->Release();
+    if (first) first->Release();
+    if (r.hostInOle) OleUninitialize();
+    r.joined = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    if (SUCCEEDED(r.joined)) CoUninitialize();
+    return 0;
+}
+
+// Each object starts OLE on its thread and ends it when it goes, also when the thread was in OLE
+// already (the host's own start, or a second object): afterwards the thread has left OLE and can
+// join the multithreaded apartment.
+TEST(PluginHost, EveryObjectEndsItsOleStartEvenWhenTheThreadWasInOleAlready) {
+    PluginLibrary plugin;
+    for (bool hostInOle : {false, true}) {
+        OleRun run = {&plugin, hostInOle, E_FAIL};
+        HANDLE thread = CreateThread(nullptr, 0, RunTwoObjectsOnANewThread, &run, 0, nullptr);
+        ASSERT_NE(nullptr, thread);
+        WaitForSingleObject(thread, INFINITE);
+        CloseHandle(thread);
+        EXPECT_EQ(S_OK, run.joined) << "host in OLE: " << hostInOle;
+    }
 }
 
 TEST(PluginHost, RegistrationWithoutTheRegistrationLibraryFails) {

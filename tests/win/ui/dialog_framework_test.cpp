@@ -11,6 +11,7 @@
 #include "resources/dialogs/message_box_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/framework_module.h"
+#include "frame/trace_log.h"
 #include "ui/control_wrappers.h"
 #include "ui/dialog.h"
 #include "ui/module_state.h"
@@ -150,6 +151,48 @@ TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBef
     EXPECT_EQ(before.windows, after.windows);
     EXPECT_EQ(before.gdiObjects, after.gdiObjects);
     EXPECT_EQ(before.userObjects, after.userObjects);
+}
+
+// A control whose handler runs out of memory setting its text, and a dialog whose command
+// handler throws for button 1035.
+class CThrowingButton : public CButton {
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_SETTEXT) throw std::bad_alloc();
+        return CButton::WindowProc(message, wParam, lParam);
+    }
+};
+class CThrowingDialog : public CDialog {
+public:
+    CThrowingDialog() : CDialog(6005, nullptr) {}
+    CThrowingButton m_first;
+
+protected:
+    void DoDataExchange(CDataExchange* dx) override { DDX_Control(dx, 1034, m_first); }
+    BOOL OnCommand(WPARAM wp, LPARAM lp) override {
+        if (LOWORD(wp) == 1035) throw 1035;
+        return CDialog::OnCommand(wp, lp);
+    }
+};
+
+// An exception in a handler stops in the procedure that called it: the message gets the default
+// handling (the text is set all the same, the click does nothing) and the trace names the place.
+TEST_F(DialogFramework, AHandlerThatThrowsLeavesTheMessageToTheDefaultHandling) {
+    CThrowingDialog dlg;
+    std::wstring text, afterSetText, afterClick;
+    DialogDriver driver;
+    driver.Do([](HWND dlg) { SetDlgItemTextW(dlg, 1034, L"after"); })
+        .Inspect([&](HWND dlg) {
+            text = kxtest::ItemText(dlg, 1034);
+            afterSetText = g_szTraceMessage;
+        })
+        .Click(1035)
+        .Inspect([&](HWND) { afterClick = g_szTraceMessage; })
+        .Close();
+    EXPECT_EQ(IDCANCEL, dlg.DoModal());
+    EXPECT_EQ(L"after", text);
+    EXPECT_EQ(L"E:CWnd::WindowProc>> Caught an exception: out of memory", afterSetText);
+    EXPECT_EQ(L"E:CDialog::Dispatch>> Caught an exception: unexpected error", afterClick);
 }
 
 TEST_F(DialogFramework, AQuitMessageEndsTheModalLoopAndIsPostedAgainForTheOuterLoop) {
