@@ -58,12 +58,12 @@ CNewEditNameModel::CNewEditNameModel(int nameKind, int mode, LPCWSTR pszInitialN
       m_bHavePrevious(TRUE) {}
 
 bool CNewEditNameModel::Complain(INameDialogControls& controls, NameTip which) {
-    const std::wstring title = controls.LoadString(KX_IDS_NAME_TIP_TITLE);
+    const std::wstring title = controls.ResourceString(KX_IDS_NAME_TIP_TITLE);
     std::wstring text;
     if (which == NameTip::Year) {
-        text = controls.LoadString(KX_IDS_NAME_TIP_YEAR);
+        text = controls.ResourceString(KX_IDS_NAME_TIP_YEAR);
     } else {
-        const std::wstring format = controls.LoadString(KX_IDS_NAME_TIP_LENGTH);
+        const std::wstring format = controls.ResourceString(KX_IDS_NAME_TIP_LENGTH);
         wchar_t buffer[512];
         // a format that does not fit says nothing useful: the tip then shows it as it stands
         const int n = std::swprintf(buffer, 512, format.c_str(), static_cast<int>(KX_NAME_MAX_LENGTH));

@@ -50,7 +50,7 @@ public:
     virtual void SetNameText(const std::wstring& text) = 0;
     // Focuses the edit control, selects all its text and scrolls the caret into view.
     virtual void SelectAllName() = 0;
-    virtual std::wstring LoadString(UINT id) = 0;
+    virtual std::wstring ResourceString(UINT id) = 0;
     // Shows the tip of this sort at the edit control, made at its first use and reused after;
     // false when the tip could not be allocated. A tip that cannot be shown is not a failure.
     virtual bool ShowTip(NameTip which, const std::wstring& text, const std::wstring& title) = 0;

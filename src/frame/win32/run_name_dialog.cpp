@@ -1,9 +1,7 @@
+#include "dialogs/win32/dlg_new_edit_name.h"
 #include "frame/win32/dialog_runner.h"
 
-#include "ui/module_state.h"
-
-HRESULT CKxDialogRunner::ShowNameDialog(KxComResPlginPluginObj&, HWND, INT, INT, LPCWSTR, LPWSTR*) {
-    CKxManageState state;
-    // The name dialog is not built yet.
-    return E_NOTIMPL;
+HRESULT CKxDialogRunner::ShowNameDialog(KxComResPlginPluginObj&, HWND hwndParent, INT nameKind, INT mode,
+                                        LPCWSTR pszInitialName, LPWSTR* ppszName) {
+    return RunNameDialog(hwndParent, nameKind, mode, pszInitialName, ppszName);
 }

@@ -27,7 +27,7 @@ public:
         model.OnEditUpdate(*this);
     }
     void SelectAllName() override { ++selectAlls; }
-    std::wstring LoadString(UINT id) override {
+    std::wstring ResourceString(UINT id) override {
         if (id == KX_IDS_NAME_TIP_TITLE) return L"Check";
         if (id == KX_IDS_NAME_TIP_YEAR) return L"Digits only";
         return id == KX_IDS_NAME_TIP_LENGTH ? L"At most %d" : L"";
