@@ -5,13 +5,14 @@
 #include "frame/win32/skin_statics.h"
 #include "ui/module_state.h"
 
-CDlgNewEditName::CDlgNewEditName(int nameKind, int mode, LPCWSTR pszInitialName, CWnd* pParentWnd)
+CDlgNewEditName::CDlgNewEditName(int nameKind, int mode, LPCWSTR pszInitialName, CWnd* pParentWnd,
+                                 IEditTipMaker* tipMaker)
     : CDialog(IDD, pParentWnd),
       m_model(nameKind, mode, pszInitialName),
       m_szSkinFile{},
       m_tipMaker(m_szSkinFile),
-      m_yearTip(m_tipMaker),
-      m_lengthTip(m_tipMaker) {}
+      m_yearTip(tipMaker ? *tipMaker : m_tipMaker),
+      m_lengthTip(tipMaker ? *tipMaker : m_tipMaker) {}
 
 CDlgNewEditName::~CDlgNewEditName() = default;
 

@@ -16,8 +16,10 @@ class CDlgNewEditName : public CDialog, private INameDialogControls {
 public:
     enum { IDD = KX_IDD_NEWNAME };
 
-    // A null initial name starts the dialog empty.
-    CDlgNewEditName(int nameKind, int mode, LPCWSTR pszInitialName, CWnd* pParentWnd = nullptr);
+    // A null initial name starts the dialog empty. `tipMaker` makes the dialog's tips instead of
+    // its own maker (tests watch the tips through it); it outlives the dialog.
+    CDlgNewEditName(int nameKind, int mode, LPCWSTR pszInitialName, CWnd* pParentWnd = nullptr,
+                    IEditTipMaker* tipMaker = nullptr);
     ~CDlgNewEditName() override;
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
