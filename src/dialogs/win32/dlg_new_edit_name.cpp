@@ -94,7 +94,8 @@ void CDlgNewEditName::OnDestroy() {
 bool CDlgNewEditName::GetNameText(std::wstring* text) {
     HWND edit = ::GetDlgItem(m_hWnd, KX_IDC_NAME_EDIT);
     if (!edit) return false;
-    *text = CWnd::FromHandle(edit)->GetWindowText();
+    text->assign(static_cast<size_t>(::GetWindowTextLengthW(edit)) + 1, L'\0');
+    text->resize(static_cast<size_t>(::GetWindowTextW(edit, &(*text)[0], static_cast<int>(text->size()))));
     return true;
 }
 
