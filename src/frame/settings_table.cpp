@@ -43,7 +43,8 @@ HRESULT CKxSettingsTable::GetMusicStoreUrl(std::wstring& out) const {
 void CKxSettingsTable::OpenMusicStore(IKxShellExecute& shell) const {
     std::wstring address;
     GetMusicStoreUrl(address);  // a failure leaves the address empty
-    if (!address.empty()) shell.ShellExecuteW(nullptr, L"open", address.c_str(), nullptr, nullptr, 1 /* SW_SHOWNORMAL */);
+    if (address.empty()) return;
+    shell.ShellExecuteW(nullptr, L"open", address.c_str(), nullptr, nullptr, 1 /* SW_SHOWNORMAL */);
 }
 
 const KxSettingRow* FindSetting(DWORD id) { return CKxSettingsTable().FindSetting(id); }

@@ -11,7 +11,6 @@
 // and in SetTarget, the tip's target window (m_hTarget of CKxBaloontipBase) set to `target`.
 HRESULT CNameTipMaker::MakeTip(HWND, LPCWSTR, LPCWSTR, IKxBalloonTip** tip) {
     *tip = nullptr;
-    (void)m_szSkinFile;
     return S_FALSE;
 }
 

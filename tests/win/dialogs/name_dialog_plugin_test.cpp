@@ -163,7 +163,8 @@ TEST_F(NameDialogThroughPlugin, EachWayOutGivesItsCodeAndName) {
         SCOPED_TRACE(testing::Message() << "kind " << c.kind << " mode " << c.mode << " action " << c.action);
         DialogDriver driver(3000);
         if (!c.typed.empty()) {
-            driver.Do([](HWND dlg) { SendDlgItemMessageW(dlg, kEdit, EM_SETSEL, 0x7fff, 0x7fff); }).Type(kEdit, c.typed);
+            driver.Do([](HWND dlg) { SendDlgItemMessageW(dlg, kEdit, EM_SETSEL, 0x7fff, 0x7fff); });
+            driver.Type(kEdit, c.typed);
         }
         if (c.action == OkWithoutMemory) driver.Do([](HWND) { kxhost::FailTaskMemAllocations(1); });
         if (c.action == ClickOk || c.action == OkWithoutMemory) driver.Click(kOk);
