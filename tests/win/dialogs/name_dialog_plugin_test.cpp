@@ -133,6 +133,9 @@ TEST_F(NameDialogThroughPlugin, EveryKindOpensInBothModesWithItsTextsAndPicture)
         }
     }
     EXPECT_EQ(pictures, skin.LinesStartingWith("static"));
+    const std::vector<std::string> attaches = skin.LinesStartingWith("call op=0x1000");
+    EXPECT_EQ(28u, attaches.size());
+    for (const std::string& line : attaches) EXPECT_NE(std::string::npos, line.find(" file=IDD_DIALOG_NEWNAME.ini "));
 }
 
 // Unknown kinds and modes close by themselves; a name that cannot be copied out leaves null.
