@@ -41,6 +41,7 @@ void DemoAutopilot::Tick() {
     if (m_done || !m_dialog || !IsWindow(m_dialog) || !IsWindowVisible(m_dialog)) return;
     // a few ticks after it is shown and active the dialog has painted its final look
     ++m_shownTicks;
+    if (m_shownTicks == 2 && m_before) m_before(m_dialog);  // the ticks after it let the dialog repaint
     if (m_shownTicks < 4 || (GetActiveWindow() != m_dialog && m_shownTicks < 30)) return;
     m_done = true;
     if (!m_picture.empty()) m_written = CaptureWindowToPng(m_dialog, m_picture.c_str());

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 class DemoAutopilot {
@@ -16,6 +17,9 @@ public:
     DemoAutopilot& operator=(const DemoAutopilot&) = delete;
 
     bool pictureWritten() const { return m_written; }
+    // What the user does once the dialog is shown, before the picture is taken (typing, a click
+    // that the dialog refuses).
+    void BeforePicture(std::function<void(HWND dialog)> step) { m_before = std::move(step); }
 
 private:
     static LRESULT CALLBACK CbtProc(int code, WPARAM wParam, LPARAM lParam);
@@ -23,6 +27,7 @@ private:
     void Tick();
 
     std::wstring m_picture;
+    std::function<void(HWND)> m_before;
     int m_button;
     HHOOK m_hook = nullptr;
     UINT_PTR m_timer = 0;

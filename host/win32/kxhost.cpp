@@ -260,6 +260,43 @@ void ShowBalloonTips(DemoContext& demo) {
         control->Release();
     }
     DestroyWindow(target);
+// The name dialog: a new album, confirmed with the name it suggests, and a year renamed to
+// "19a9", which OK refuses (the dialog stays, with the name selected), then cancelled.
+void ShowNameDialogs(DemoContext& demo) {
+    struct Name {
+        const wchar_t* picture;
+        INT kind, mode;
+        const wchar_t* initial;
+        const wchar_t* typed;  // put into the field and confirmed with OK before the picture, or null
+        int button;            // clicked after the picture
+    } names[] = {
+        {L"name-new-album.png", 1, 1, L"Summer Mix", nullptr, 1},
+        {L"name-rename-year.png", 7, 2, L"1999", L"19a9", 1048},
+    };
+    for (const Name& n : names) {
+        std::wstring picture = demo.headless ? demo.outDir + L"\\" + n.picture : std::wstring();
+        LPWSTR name = nullptr;
+        HRESULT hr;
+        bool written = false;
+        {
+            std::unique_ptr<DemoAutopilot> pilot;
+            if (demo.headless) {
+                pilot.reset(new DemoAutopilot(picture, n.button));
+                if (const wchar_t* typed = n.typed) {
+                    pilot->BeforePicture([typed](HWND dlg) {
+                        SetDlgItemTextW(dlg, 10001, typed);
+                        SendMessageW(GetDlgItem(dlg, 1), BM_CLICK, 0, 0);
+                    });
+                }
+            }
+            hr = demo.res->ShowNameDialog(nullptr, n.kind, n.mode, n.initial, &name);
+            written = pilot && pilot->pictureWritten();
+        }
+        Say(L"ShowNameDialog(kind %d, mode %d, \"%s\") -> 0x%08lx, name \"%s\"%s%s", n.kind, n.mode, n.initial,
+            static_cast<unsigned long>(hr), name ? name : L"(none)", written ? L", picture " : L"",
+            written ? n.picture : L"");
+        CoTaskMemFree(name);
+    }
 }
 
 struct DemoStep {
@@ -274,6 +311,7 @@ const DemoStep kDemoSteps[] = {
     {L"message boxes", ShowMessageBoxes},
     {L"add to playlist or slideshow", ShowAddToDialogs},
     {L"balloon tips", ShowBalloonTips},
+    {L"name dialog", ShowNameDialogs},
 };
 
 }  // namespace
