@@ -4,6 +4,7 @@
 
 #include "balloon/bubble_constants.h"
 #include "balloon/bubble_messages.h"
+#include "base/boundary.h"
 
 namespace {
 
@@ -163,36 +164,44 @@ ULONG STDMETHODCALLTYPE CKxBalloonlTip::Release() {
 }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::SetPosition(const POINT* point) {
-    CKxBalloonStateSwitch state(m_platform);
-    if (point) {
-        m_ptPosition = *point;
-        m_bPositionSet = TRUE;
-    }
-    return S_OK;
+    return KxGuardStatus(L"CKxBalloonlTip::SetPosition", [&]() -> HRESULT {
+        CKxBalloonStateSwitch state(m_platform);
+        if (point) {
+            m_ptPosition = *point;
+            m_bPositionSet = TRUE;
+        }
+        return S_OK;
+    });
 }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::Show(BOOL bShow, DWORD timeout) {
-    CKxBalloonStateSwitch state(m_platform);
-    if (!bShow) {
-        // hiding forgets the position but not that one was set
-        m_ptPosition = POINT{0, 0};
-        return Hide();
-    }
-    RECT rc;
-    if (!m_bPositionSet && m_platform.IsWindow(m_hTarget) && m_platform.GetWindowRect(m_hTarget, &rc))
-        m_ptPosition = POINT{rc.left + (rc.right - rc.left) / 2, rc.top + (rc.bottom - rc.top) / 2};
-    return ShowAt(m_ptPosition, timeout);
+    return KxGuardStatus(L"CKxBalloonlTip::Show", [&]() -> HRESULT {
+        CKxBalloonStateSwitch state(m_platform);
+        if (!bShow) {
+            // hiding forgets the position but not that one was set
+            m_ptPosition = POINT{0, 0};
+            return Hide();
+        }
+        RECT rc;
+        if (!m_bPositionSet && m_platform.IsWindow(m_hTarget) && m_platform.GetWindowRect(m_hTarget, &rc))
+            m_ptPosition = POINT{rc.left + (rc.right - rc.left) / 2, rc.top + (rc.bottom - rc.top) / 2};
+        return ShowAt(m_ptPosition, timeout);
+    });
 }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::UpdatePosition() {
-    CKxBalloonStateSwitch state(m_platform);
-    if (!m_pBubble || !m_pBubble->HasWindow()) return S_OK;
-    return FollowTarget();
+    return KxGuardStatus(L"CKxBalloonlTip::UpdatePosition", [&]() -> HRESULT {
+        CKxBalloonStateSwitch state(m_platform);
+        if (!m_pBubble || !m_pBubble->HasWindow()) return S_OK;
+        return FollowTarget();
+    });
 }
 
 void STDMETHODCALLTYPE CKxBalloonlTip::Close() {
-    CKxBalloonStateSwitch state(m_platform);
-    Clear();
+    KxGuard(L"CKxBalloonlTip::Close", [&] {
+        CKxBalloonStateSwitch state(m_platform);
+        Clear();
+    }, [](KxExceptionKind) {});
 }
 
 // ---- CKxBalloonlTipControl --------------------------------------------------------------------
@@ -215,26 +224,32 @@ ULONG STDMETHODCALLTYPE CKxBalloonlTipControl::Release() {
 }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTipControl::SetTimeout(DWORD timeout) {
-    CKxBalloonStateSwitch state(m_platform);
-    if (m_cRef <= 0) return E_POINTER;
-    if (timeout > 0) m_nTimeout = timeout;
-    return S_OK;
+    return KxGuardStatus(L"CKxBalloonlTipControl::SetTimeout", [&]() -> HRESULT {
+        CKxBalloonStateSwitch state(m_platform);
+        if (m_cRef <= 0) return E_POINTER;
+        if (timeout > 0) m_nTimeout = timeout;
+        return S_OK;
+    });
 }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTipControl::RelayEvent(MSG* msg) {
-    CKxBalloonStateSwitch state(m_platform);
-    if (m_cRef <= 0) return E_POINTER;
-    // A null message is outside the contract. It is refused with the code this interface already
-    // gives for a pointer it cannot use, rather than 0, which would read as "not dealt with" and
-    // hide the caller's mistake.
-    if (!msg) return E_POINTER;
-    const HRESULT hr = (msg->message == WM_DESTROY && msg->hwnd == m_hTarget) ? Hide() : RelayMessage(*msg, m_nTimeout);
-    return hr == S_OK ? 1 : 0;
+    return KxGuardStatus(L"CKxBalloonlTipControl::RelayEvent", [&]() -> HRESULT {
+        CKxBalloonStateSwitch state(m_platform);
+        if (m_cRef <= 0) return E_POINTER;
+        // A null message is outside the contract. It is refused with the code this interface already
+        // gives for a pointer it cannot use, rather than 0, which would read as "not dealt with" and
+        // hide the caller's mistake.
+        if (!msg) return E_POINTER;
+        const HRESULT hr = (msg->message == WM_DESTROY && msg->hwnd == m_hTarget) ? Hide() : RelayMessage(*msg, m_nTimeout);
+        return hr == S_OK ? 1 : 0;
+    });
 }
 
 void STDMETHODCALLTYPE CKxBalloonlTipControl::Close() {
-    CKxBalloonStateSwitch state(m_platform);
-    Clear();
+    KxGuard(L"CKxBalloonlTipControl::Close", [&] {
+        CKxBalloonStateSwitch state(m_platform);
+        Clear();
+    }, [](KxExceptionKind) {});
 }
 
 // ---- creation ---------------------------------------------------------------------------------

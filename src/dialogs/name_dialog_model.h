@@ -7,16 +7,8 @@
 #include <string>
 
 #include "kx/KxPlatform.h"
+#include "resources/dialogs/new_name_ids.h"
 
-// Control identifiers of template 6002.
-enum : int {
-    KX_IDC_NAME_OK = 1,
-    KX_IDC_NAME_CANCEL = 1048,
-    KX_IDC_NAME_HEADING = 1049,
-    KX_IDC_NAME_LABEL = 1050,
-    KX_IDC_NAME_PICTURE = 1051,
-    KX_IDC_NAME_EDIT = 10001,
-};
 
 // Strings of ComRcRes.dll besides the kinds' headings and labels.
 enum : UINT {

@@ -1,13 +1,11 @@
 #include "dialogs/win32/dlg_new_edit_name.h"
 
-#include <cstring>
-
 #include "frame/win32/skin_statics.h"
-#include "ui/module_state.h"
+#include "ui/resource_string.h"
 
 CDlgNewEditName::CDlgNewEditName(int nameKind, int mode, LPCWSTR pszInitialName, CWnd* pParentWnd,
                                  IEditTipMaker* tipMaker)
-    : CDialog(IDD, pParentWnd),
+    : CKxSkinnedDialog(IDD, pParentWnd),
       m_model(nameKind, mode, pszInitialName),
       m_szSkinFile{},
       m_tipMaker(m_szSkinFile),
@@ -27,9 +25,7 @@ BOOL CDlgNewEditName::PreTranslateMessage(MSG* pMsg) {
 BOOL CDlgNewEditName::OnInitDialog() {
     CDialog::OnInitDialog();
 
-    WCHAR skinPath[MAX_PATH] = {};
-    KxGetSkinPackagePath(skinPath);
-    m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);  // the platform look if it fails
+    AttachSkin();  // the platform look if it fails
 
     HWND picture = ::GetDlgItem(m_hWnd, KX_IDC_NAME_PICTURE);
     NameDialogTexts texts;
@@ -48,19 +44,17 @@ BOOL CDlgNewEditName::OnInitDialog() {
     return FALSE;  // the focus has been set
 }
 
-BOOL CDlgNewEditName::OnCommand(WPARAM wParam, LPARAM lParam) {
-    const int id = LOWORD(wParam);
-    const UINT code = HIWORD(wParam);
-    if (id == KX_IDC_NAME_EDIT) {
-        if (code == EN_UPDATE) m_model.OnEditUpdate(*this);
-        return TRUE;
-    }
-    if (id == KX_IDC_NAME_CANCEL && code == BN_CLICKED) {
-        OnCancel();
-        return TRUE;
-    }
-    return CDialog::OnCommand(wParam, lParam);  // IDOK (button 1 and Return), IDCANCEL (Escape, close box)
+KxMessageMap CDlgNewEditName::GetMessageMap() const {
+    static const KxMessageEntry kEntries[] = {
+        KxOnCommand(KX_IDC_NAME_EDIT, EN_UPDATE, &CDlgNewEditName::OnNameUpdate),
+        KxOnCommand(KX_IDC_NAME_CANCEL, BN_CLICKED, &CDlgNewEditName::OnCancelButton),
+    };
+    return KxMakeMessageMap(kEntries);  // IDOK (button 1, Return) and IDCANCEL (Escape, close box): the base
 }
+
+void CDlgNewEditName::OnNameUpdate() { m_model.OnEditUpdate(*this); }
+
+void CDlgNewEditName::OnCancelButton() { OnCancel(); }
 
 BOOL CDlgNewEditName::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     // a tip points at where the edit control was; once the dialog moves it would point elsewhere
@@ -87,7 +81,6 @@ void CDlgNewEditName::OnOK() {
 void CDlgNewEditName::OnDestroy() {
     m_yearTip.Release();
     m_lengthTip.Release();
-    m_hookWnd.Detach();
     CDialog::OnDestroy();
 }
 
@@ -109,11 +102,7 @@ void CDlgNewEditName::SelectAllName() {
     ::SendMessageW(edit, EM_SCROLLCARET, 0, 0);
 }
 
-std::wstring CDlgNewEditName::ResourceString(UINT id) {
-    const wchar_t* text = nullptr;
-    const int n = LoadStringW(KxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
-    return n > 0 && text ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
-}
+std::wstring CDlgNewEditName::ResourceString(UINT id) { return KxLoadResourceString(id); }
 
 bool CDlgNewEditName::ShowTip(NameTip which, const std::wstring& text, const std::wstring& title) {
     CEditWarningTip& tip = which == NameTip::Year ? m_yearTip : m_lengthTip;

@@ -8,11 +8,10 @@
 #include "dialogs/edit_warning_tip.h"
 #include "dialogs/name_dialog_model.h"
 #include "dialogs/win32/name_tip_maker.h"
-#include "frame/hook_wnd.h"
-#include "frame/skin_files.h"
-#include "ui/dialog.h"
+#include "frame/win32/skinned_dialog.h"
+#include "resources/dialogs/new_name_ids.h"
 
-class CDlgNewEditName : public CDialog, private INameDialogControls {
+class CDlgNewEditName : public CKxSkinnedDialog, private INameDialogControls {
 public:
     enum { IDD = KX_IDD_NEWNAME };
 
@@ -26,7 +25,6 @@ public:
 
     // m_strInitialName, m_strName, m_nKind, m_nMode, m_bKeyTyped, m_strPreviousName, m_bHavePrevious
     CNewEditNameModel m_model;
-    HookWndWC m_hookWnd;
     WCHAR m_szSkinFile[MAX_PATH];
     CNameTipMaker m_tipMaker;
     CEditWarningTip m_yearTip;    // a year that is not all digits
@@ -34,12 +32,14 @@ public:
 
 protected:
     BOOL OnInitDialog() override;
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    KxMessageMap GetMessageMap() const override;
     BOOL OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
     void OnDestroy() override;
 
 private:
     void OnOK() override;
+    void OnNameUpdate();    // EN_UPDATE of the name field
+    void OnCancelButton();  // button 1048
 
     // The edit control and the tips, as the model drives them.
     bool GetNameText(std::wstring* text) override;
