@@ -7,6 +7,7 @@
 #include "imaging/win32/art_files_win32.h"
 #include "imaging/win32/gdiplus_flat_win32.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/imaging/no_metadata_as_windows.h"
 
 #include <gtest/gtest.h>
 
@@ -15,27 +16,13 @@
 
 namespace kxtest {
 
-// gdiplus.dll, counting what it made and what was given back. With `windowsNoMetadata` set, an
-// image without metadata items is answered as Windows answers it (Ok, no items) where Wine says
-// PropertyNotFound: that lets the re-encoding path run here on real pixels and real encoders;
-// the metadata copy itself is pinned on the fake and tested here only where Wine has items.
-class CountingGdiplus : public CGdiplusFlatWin32 {
+// gdiplus.dll, counting what it made and what was given back; Wine's answer for an image
+// without metadata is kept as it is until a test asks for Windows' answer.
+class CountingGdiplus : public CNoMetadataAsWindows {
 public:
+    CountingGdiplus() { windowsNoMetadata = false; }
     long liveImages = 0;
     long liveGraphics = 0;
-    bool windowsNoMetadata = false;
-    kxgdip::Status GdipGetPropertySize(kxgdip::GpImage* image, UINT* size, UINT* count) override {
-        const kxgdip::Status status = CGdiplusFlatWin32::GdipGetPropertySize(image, size, count);
-        if (status != kxgdip::PropertyNotFound || !windowsNoMetadata || !size || !count) return status;
-        *size = *count = 0;
-        return kxgdip::Ok;
-    }
-    kxgdip::Status GdipGetAllPropertyItems(kxgdip::GpImage* image, UINT size, UINT count,
-                                           kxgdip::PropertyItem* items) override {
-        const kxgdip::Status status = CGdiplusFlatWin32::GdipGetAllPropertyItems(image, size, count, items);
-        if (status == kxgdip::PropertyNotFound && windowsNoMetadata && size == 0 && count == 0) return kxgdip::Ok;
-        return status;
-    }
     kxgdip::Status GdipCreateBitmapFromFile(const WCHAR* f, kxgdip::GpImage** b) override {
         const kxgdip::Status status = CGdiplusFlatWin32::GdipCreateBitmapFromFile(f, b);
         return Count(status, *b);
