@@ -186,7 +186,6 @@ TEST_F(AlbumArtTest, SourceInTheTempFolderIsKept) {
 
 // A read-only, hidden copy left from before is cleared and replaced; the temp folder ends empty.
 TEST_F(AlbumArtTest, LeftoverTemporaryCopyIsCleared) {
-    ASSERT_TRUE(files.SetFileAttributesW(files.WideFolder().c_str(), 0x10));
     NativeArtFiles sources;
     ASSERT_TRUE(WriteFakePicture(sources.Folder() + "art.png", Picture(ImageFormatPNG, 90, 90)));
     ASSERT_TRUE(WriteBytes(NativeOf("art.png"), {1, 2, 3}));

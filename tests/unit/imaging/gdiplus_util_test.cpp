@@ -29,21 +29,12 @@ DWORD RowOf(const CGdiplusUtil& util, DWORD code, CLSID* clsid) {
     return 99;
 }
 
-TEST_F(ImageUtilTest, TheTableHasFiveCodesInOrderAndNoEncoderBeforeTheStart) {
-    CGdiplusUtil util(gdip);
-    const DWORD order[] = {0x3804, 0x3801, 0x3807, 0x380D, 0x380B};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(order[i], util.m_formatTable[i].formatCode);
-        EXPECT_FALSE(util.m_formatTable[i].installed);
-    }
-    EXPECT_EQ(0u, util.m_gdiplusToken);
-}
-
 // Row 0x3801 holds the EXIF encoder whenever one is listed, else the first JPEG encoder.
 TEST_F(ImageUtilTest, EncoderListsInAnyOrder) {
     const FakeEncoder bmp = MakeEncoder(ImageFormatBMP, L"BMP", 1), jpeg = MakeEncoder(ImageFormatJPEG, L"JPEG", 2),
                       jpeg2 = MakeEncoder(ImageFormatJPEG, L"JPEG 2", 3), exif = MakeEncoder(ImageFormatEXIF, L"EXIF", 4),
-                      icon = MakeEncoder(ImageFormatIcon, L"ICO", 5), png = MakeEncoder(ImageFormatPNG, L"PNG", 6);
+                      icon = MakeEncoder(ImageFormatIcon, L"ICO", 5), png = MakeEncoder(ImageFormatPNG, L"PNG", 6),
+                      gif = MakeEncoder(ImageFormatGIF, L"GIF", 7), tiff = MakeEncoder(ImageFormatTIFF, L"TIFF", 8);
     struct Case {
         const char* name;
         std::vector<FakeEncoder> list;
@@ -63,9 +54,10 @@ TEST_F(ImageUtilTest, EncoderListsInAnyOrder) {
         {"two jpegs", {jpeg, jpeg2}, &jpeg,
          {kInit + L"Found Codec: \"JPEG\"", kInit + L"It's a JFIF Codec", kProbeMissing, kAssignJpeg,
           kInit + L"Found Codec: \"JPEG 2\"", kInit + L"It's a JFIF Codec", kProbeFound}},
-        {"icon and png", {icon, png}, nullptr,
+        {"icon, png, gif, tiff", {icon, png, gif, tiff}, nullptr,
          {kInit + L"Found Codec: \"ICO\"", kInit + L"Unknown Codec", kInit + L"Found Codec: \"PNG\"",
-          kInit + L"It's a PNG Codec"}},
+          kInit + L"It's a PNG Codec", kInit + L"Found Codec: \"GIF\"", kInit + L"It's a GIF Codec",
+          kInit + L"Found Codec: \"TIFF\"", kInit + L"It's a TIFF Codec"}},
         {"none", {}, nullptr, {}},
     };
     for (const Case& c : cases) {
@@ -79,22 +71,14 @@ TEST_F(ImageUtilTest, EncoderListsInAnyOrder) {
         if (c.row3801) {
             EXPECT_EQ(c.row3801->clsid, clsid);
         }
+        // The other rows take their own format's encoder, and only that.
+        for (const FakeEncoder& e : c.list) {
+            const DWORD code = CGdiplusUtil::RawFormatToFormatCode(e.format);
+            if (code == 0x3801 || code == 0x3000) continue;
+            EXPECT_EQ(1u, RowOf(util, code, &clsid));
+            EXPECT_EQ(e.clsid, clsid);
+        }
     }
-}
-
-TEST_F(ImageUtilTest, WindowsEncodersFillEveryRow) {
-    CGdiplusUtil util(gdip);
-    util.InitGdiplus();
-    const std::vector<FakeEncoder> list = WindowsEncoders();
-    const DWORD codes[] = {0x3804, 0x3801, 0x3807, 0x380D, 0x380B};  // in the list's order
-    for (size_t i = 0; i < list.size(); ++i) {
-        CLSID clsid{};
-        EXPECT_EQ(1u, RowOf(util, codes[i], &clsid));
-        EXPECT_EQ(list[i].clsid, clsid);
-    }
-    std::vector<std::wstring> lines = Traces();
-    EXPECT_EQ(kInit + L"It's a GIF Codec", lines[7]);
-    EXPECT_EQ(kInit + L"It's a TIFF Codec", lines[9]);
 }
 
 // Each failure of the start: its trace lines, its code, and no row half filled.
@@ -138,6 +122,8 @@ TEST_F(ImageUtilTest, StartFailures) {
 
 TEST_F(ImageUtilTest, FormatCodeLookUp) {
     CGdiplusUtil util(gdip);
+    const DWORD order[] = {0x3804, 0x3801, 0x3807, 0x380D, 0x380B};  // before the start: no encoder
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(order[i], util.m_formatTable[i].formatCode);
     CLSID clsid{};
     EXPECT_EQ(static_cast<HRESULT>(0x80070103u), util.FormatCodeToGdiplusEncoder(0x3000, &clsid));
     EXPECT_EQ(E_FAIL, util.FormatCodeToGdiplusEncoder(0x380B, &clsid));
