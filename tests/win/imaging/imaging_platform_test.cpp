@@ -223,6 +223,35 @@ TEST_F(WineImagingTest, BadInput) {
     EXPECT_FALSE(CAlbumArt::IsAcceptedImageFile((longName + L"x").c_str()));
 }
 
+// A source of 259 characters whose temporary path would be longer: the copy is written under a
+// name cut to 259 characters ending in ".jpg", read back and deleted.
+TEST_F(WineImagingTest, OverLongTemporaryPathIsCutTo259) {
+    AnswerNoMetadataAsWindows();
+    const std::wstring deeper = files.folder + L"a-deeper-temp-folder\\";
+    ASSERT_TRUE(CreateDirectoryW(deeper.c_str(), nullptr));
+    std::wstring source = work;
+    source.append(259 - source.size() - 4, L's');
+    source += L".png";
+    SaveResized(TestImage("flowers_small.png"), 240, 160, 0x380B, source);
+    PrivateTempFiles deep;
+    deep.folder = deeper;
+    CAlbumArt art(gdip, deep);
+    std::wstring temp;
+    ASSERT_TRUE(art.BuildTempPath(source.c_str(), &temp));
+    EXPECT_EQ(259u, temp.size());
+    EXPECT_EQ(L".jpg", temp.substr(255));
+    BYTE* bytes = nullptr;
+    ULONG size = 0;
+    ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, source.c_str(), 180, 120, 240, 160));
+    UINT w = 0, h = 0;
+    DWORD code = 0;
+    EXPECT_TRUE(DescribeBytes(bytes, size, &w, &h, &code));
+    EXPECT_EQ((std::vector<UINT>{180, 120, 0x3801}), (std::vector<UINT>{w, h, code}));
+    CoTaskMemFree(bytes);
+    EXPECT_TRUE(FolderFiles(deeper).empty()) << "the temporary copy is gone";
+    RemoveDirectoryW(deeper.c_str());
+}
+
 // The pasted bitmap at its own size through "KxPastedDemo.jpg", deleted after the read.
 TEST_F(WineImagingTest, PastedBitmapIsEncodedAtItsOwnSize) {
     AnswerNoMetadataAsWindows();
