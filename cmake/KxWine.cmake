@@ -14,8 +14,10 @@ endif()
 # DESKTOP: the tests activate windows (dialogs driven like a user). The Wine processes of one prefix
 # share one desktop, so a window shown by another test would take the activation, and with it the
 # keyboard focus, away in the middle of a script: such tests take the desktop one at a time.
+# FIXTURE: the ctest fixture the tests need instead of the plain Wine prefix (it must itself need
+# the prefix's fixture, "wine").
 function(kx_win_test name)
-  cmake_parse_arguments(T "DESKTOP" "" "SOURCES;LIBS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(T "DESKTOP" "FIXTURE" "SOURCES;LIBS;DEPENDS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE kx_options ${T_LIBS} GTest::gmock GTest::gtest_main)
   if(T_DEPENDS)
@@ -27,7 +29,11 @@ function(kx_win_test name)
     if(T_DESKTOP)
       set(_kx_lock RESOURCE_LOCK wine_desktop)
     endif()
+    set(_kx_fixture wine)
+    if(T_FIXTURE)
+      set(_kx_fixture ${T_FIXTURE})
+    endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-                         PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 120 LABELS wine ${_kx_lock})
+                         PROPERTIES FIXTURES_REQUIRED ${_kx_fixture} TIMEOUT 120 LABELS wine ${_kx_lock})
   endif()
 endfunction()
