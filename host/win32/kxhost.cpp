@@ -260,6 +260,8 @@ void ShowBalloonTips(DemoContext& demo) {
         control->Release();
     }
     DestroyWindow(target);
+}
+
 // The name dialog: a new album, confirmed with the name it suggests, and a year renamed to
 // "19a9", which OK refuses (the dialog stays, with the name selected), then cancelled.
 void ShowNameDialogs(DemoContext& demo) {
