@@ -1,10 +1,7 @@
 #include "frame/win32/dialog_runner.h"
+#include "imaging/win32/dlg_image_property.h"
 
-#include "ui/module_state.h"
-
-HRESULT CKxDialogRunner::ShowImagePropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                                 KxPcPidl) {
-    CKxManageState state;
-    // The image properties dialog is not built yet.
-    return E_NOTIMPL;
+HRESULT CKxDialogRunner::ShowImagePropertyDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSite* pSite,
+                                                 IKxContentFolder* pFolder, KxPcPidl item) {
+    return RunImagePropertyDialog(hwndParent, pSite, pFolder, item);
 }

@@ -1,10 +1,7 @@
 #include "frame/win32/dialog_runner.h"
+#include "imaging/win32/dlg_video_property.h"
 
-#include "ui/module_state.h"
-
-HRESULT CKxDialogRunner::ShowVideoPropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*,
-                                                 KxPcPidl) {
-    CKxManageState state;
-    // The video properties dialog is not built yet.
-    return E_NOTIMPL;
+HRESULT CKxDialogRunner::ShowVideoPropertyDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSite* pSite,
+                                                 IKxContentFolder* pFolder, KxPcPidl item) {
+    return RunVideoPropertyDialog(hwndParent, pSite, pFolder, item);
 }

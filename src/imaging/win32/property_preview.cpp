@@ -1,0 +1,199 @@
+// The preview of the properties dialogs, through GDI+'s flat functions.
+#include "imaging/win32/property_preview.h"
+
+#include <gdiplus.h>
+
+#include "frame/win32/skin_statics.h"
+
+using namespace Gdiplus;
+using namespace Gdiplus::DllExports;
+
+namespace {
+
+// The box every preview is shrunk into first.
+const LONG kBoxWidth = 340, kBoxHeight = 200;
+
+// Shrinks width x height into the box with one ratio, truncating; never grows. The image
+// utility's ScaleToFitBox does the same for the art pipeline: at the merge of the two this
+// calls it.
+void FitIntoBox(LONG* width, LONG* height, LONG maxWidth, LONG maxHeight) {
+    const ULONG w = static_cast<ULONG>(*width), h = static_cast<ULONG>(*height);
+    if (w <= static_cast<ULONG>(maxWidth) && h <= static_cast<ULONG>(maxHeight)) return;
+    const double ratioW = static_cast<double>(w) / maxWidth, ratioH = static_cast<double>(h) / maxHeight;
+    const double ratio = ratioW > ratioH ? ratioW : ratioH;
+    *width = static_cast<LONG>(w / ratio);
+    *height = static_cast<LONG>(h / ratio);
+}
+
+void Dispose(GpBitmap* bitmap) {
+    if (bitmap) GdipDisposeImage(bitmap);
+}
+
+}  // namespace
+
+CPropertyPreview::CPropertyPreview(CWnd& dialog, int controlId) : m_dialog(dialog), m_controlId(controlId) {}
+
+void CPropertyPreview::TakeRoom() {
+    if (CWnd* control = m_dialog.GetDlgItem(m_controlId)) control->GetWindowRect(&m_rcPreview);
+}
+
+bool CPropertyPreview::LoadFromFile(LPCWSTR path, int rotateFlip, LONG* width, LONG* height, const char* corrupted) {
+    if (!path) return false;
+    GpBitmap* source = nullptr;
+    if (GdipCreateBitmapFromFile(path, &source) != Ok || !source) return false;
+    return FromSource(source, rotateFlip, width, height, corrupted);
+}
+
+bool CPropertyPreview::LoadFromBitmap(HBITMAP bitmap, int rotateFlip, LONG* width, LONG* height,
+                                      const char* corrupted) {
+    if (!bitmap) return false;
+    GpBitmap* source = nullptr;
+    if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &source) != Ok || !source) return false;
+    return FromSource(source, rotateFlip, width, height, corrupted);
+}
+
+bool CPropertyPreview::FromSource(GpBitmap* source, int rotateFlip, LONG* width, LONG* height,
+                                  const char* corrupted) {
+    if (rotateFlip != 0) GdipImageRotateFlip(source, static_cast<RotateFlipType>(rotateFlip));
+    UINT w = 0, h = 0;
+    GdipGetImageWidth(source, &w);
+    GdipGetImageHeight(source, &h);
+    *width = static_cast<LONG>(w);
+    *height = static_cast<LONG>(h);
+    const bool shown = ShowPreview(source);
+    Dispose(source);
+    if (!shown) ShowFallback(corrupted, m_rcPreview.right - m_rcPreview.left, m_rcPreview.bottom - m_rcPreview.top);
+    return true;
+}
+
+void CPropertyPreview::ShowBitmap(HBITMAP bitmap) {
+    GpBitmap* source = nullptr;
+    if (!bitmap || GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &source) != Ok || !source) return;
+    ShowPreview(source);
+    Dispose(source);
+}
+
+bool CPropertyPreview::ShowPreview(GpBitmap* source) {
+    if (!source) return false;
+    UINT w = 0, h = 0;
+    GdipGetImageWidth(source, &w);
+    GdipGetImageHeight(source, &h);
+    LONG width = static_cast<LONG>(w), height = static_cast<LONG>(h);
+    FitIntoBox(&width, &height, kBoxWidth, kBoxHeight);
+    RECT oldRect, newRect;
+    FitPreviewControl(&width, &height, &oldRect, &newRect, false, m_rcPreview);
+
+    Dispose(m_pPreviewBitmap);
+    m_pPreviewBitmap = nullptr;
+    if (GdipCreateBitmapFromScan0(width, height, 0, PixelFormat32bppARGB, nullptr, &m_pPreviewBitmap) != Ok ||
+        !m_pPreviewBitmap) {
+        m_pPreviewBitmap = nullptr;
+        return false;
+    }
+    GpGraphics* graphics = nullptr;
+    if (GdipGetImageGraphicsContext(m_pPreviewBitmap, &graphics) != Ok || !graphics) {
+        Dispose(m_pPreviewBitmap);
+        m_pPreviewBitmap = nullptr;
+        return false;
+    }
+    GdipSetPixelOffsetMode(graphics, PixelOffsetModeHighQuality);
+    GdipSetSmoothingMode(graphics, SmoothingModeHighQuality);
+    GdipSetInterpolationMode(graphics, InterpolationModeHighQualityBicubic);
+    HBITMAP shown = nullptr;
+    if (GdipDrawImageRectI(graphics, source, 0, 0, width, height) != Ok ||
+        GdipCreateHBITMAPFromBitmap(m_pPreviewBitmap, &shown, 0xFFFFFFFF) != Ok || !shown) {
+        Dispose(m_pPreviewBitmap);
+        m_pPreviewBitmap = nullptr;
+        GdipDeleteGraphics(graphics);
+        return false;
+    }
+
+    CWnd* control = m_dialog.GetDlgItem(m_controlId);
+    control->ShowWindow(SW_HIDE);
+    control->MoveWindow(&newRect, FALSE);
+    if (oldRect.right - oldRect.left > 0) InvalidateRect(m_dialog.m_hWnd, &oldRect, TRUE);
+    SetControlBitmap(shown);
+    control->ShowWindow(SW_SHOW);
+    GdipDeleteGraphics(graphics);
+    return true;
+}
+
+void CPropertyPreview::SetControlBitmap(HBITMAP bitmap) {
+    CWnd* control = m_dialog.GetDlgItem(m_controlId);
+    // The control may hand back the bitmap it was given or a copy that it made (a static of
+    // common controls 6 copies a bitmap with alpha): what comes back is deleted unless it is the
+    // bitmap this object still owns, which is deleted on its own.
+    const HBITMAP owned = m_hPreviewBitmap;
+    HBITMAP returned = nullptr;
+    if (control) {
+        returned = reinterpret_cast<HBITMAP>(
+            control->SendMessage(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
+    } else if (bitmap) {
+        DeleteObject(bitmap);  // no control to show it
+        bitmap = nullptr;
+    }
+    if (returned && returned != owned && returned != bitmap) DeleteObject(returned);
+    if (owned && owned != bitmap) DeleteObject(owned);
+    m_hPreviewBitmap = bitmap;
+}
+
+void CPropertyPreview::ShowFallback(const char* picture, LONG width, LONG height) {
+    CWnd* control = m_dialog.GetDlgItem(m_controlId);
+    if (!control || !control->SendMessage(STM_GETIMAGE, IMAGE_BITMAP, 0)) return;
+    RECT oldRect, newRect;
+    const RECT room = m_rcPreview;
+    FitPreviewControl(&width, &height, &oldRect, &newRect, true, room);
+    SetControlBitmap(nullptr);
+    if (oldRect.right - oldRect.left > 0) InvalidateRect(m_dialog.m_hWnd, &oldRect, TRUE);
+    SetStaticPicture(control->m_hWnd, picture);
+}
+
+void CPropertyPreview::FitPreviewControl(LONG* width, LONG* height, RECT* oldRect, RECT* newRect, bool move,
+                                         const RECT& room) {
+    if (oldRect) SetRectEmpty(oldRect);
+    if (newRect) SetRectEmpty(newRect);
+    CWnd* control = m_dialog.GetDlgItem(m_controlId);
+    const LONG roomWidth = room.right - room.left, roomHeight = room.bottom - room.top;
+    if (!control || roomWidth < 0 || roomHeight < 0 || *width < 0 || *height < 0) return;
+    LONG w = *width, h = *height;
+    bool moveNeeded = false;
+    if (w > roomWidth || h > roomHeight) {
+        FitIntoBox(&w, &h, roomWidth, roomHeight);
+        moveNeeded = true;
+    }
+    RECT rect;
+    control->GetWindowRect(&rect);
+    m_dialog.ScreenToClient(&rect);
+    if (oldRect) *oldRect = rect;
+    if (rect.right - rect.left > 0) {
+        if (rect.right - rect.left != w) {
+            rect.left += (rect.right - rect.left - w) / 2;
+            rect.right = rect.left + w;
+            moveNeeded = true;
+        }
+        if (rect.bottom - rect.top != h) {
+            rect.top += (rect.bottom - rect.top - h) / 2;
+            rect.bottom = rect.top + h;
+            moveNeeded = true;
+        }
+    }
+    *width = w;
+    *height = h;
+    if (moveNeeded && move) control->MoveWindow(&rect, FALSE);
+    if (newRect) *newRect = rect;
+}
+
+void CPropertyPreview::Free() {
+    if (m_hPreviewBitmap) SetControlBitmap(nullptr);
+    Dispose(m_pPreviewBitmap);
+    m_pPreviewBitmap = nullptr;
+}
+
+CGdiplusSession::CGdiplusSession() {
+    GdiplusStartupInput input;  // version 1, no options
+    if (GdiplusStartup(&m_token, &input, nullptr) != Ok) m_token = 0;
+}
+
+CGdiplusSession::~CGdiplusSession() {
+    if (m_token) GdiplusShutdown(m_token);
+}
