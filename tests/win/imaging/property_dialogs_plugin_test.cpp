@@ -1,0 +1,277 @@
+// The image and video properties dialogs through KxComResPlgin.dll, on the sample library: the
+// rows read back from the lists and compared with the formatting table, Previous and Next through
+// the view with the buttons and the focus at each step, the preview, an item without properties,
+// a host without a view, and that nothing is left behind.
+#include <windows.h>
+#include <commctrl.h>
+#include <shlwapi.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "host/library/sample_library.h"
+#include "imaging/image_property_rows.h"
+#include "imaging/video_property_rows.h"
+#include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/plugin_loader.h"
+
+namespace kxtest {
+namespace {
+
+using kxhost::ItemId;
+using kxhost::Op;
+
+const int kImageList = 1041, kImagePrevious = 1042, kImageNext = 1047, kImageClose = 10035, kImagePreview = 1044;
+const int kVideoList = 1076, kVideoPrevious = 1077, kVideoNext = 1078, kVideoClose = 1074, kVideoPreview = 1075;
+
+std::string Narrow(const std::wstring& s) { return std::string(s.begin(), s.end()); }
+
+// The strings of ComRcRes.dll and the system's size text: what the dialogs show.
+class ResourceTexts : public IKxPropertyTextSource {
+public:
+    ResourceTexts() : module_(LoadLibraryExW((ExeDir() + L"ComRcRes.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
+    ~ResourceTexts() {
+        if (module_) FreeLibrary(module_);
+    }
+    std::wstring LoadText(UINT id) override {
+        const wchar_t* text = nullptr;
+        const int n = LoadStringW(module_, id, reinterpret_cast<LPWSTR>(&text), 0);
+        return n > 0 ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
+    }
+    std::wstring FormatByteSize(ULONGLONG bytes) override {
+        WCHAR text[260] = {};
+        StrFormatByteSizeW(static_cast<LONGLONG>(bytes), text, 260);
+        return text;
+    }
+
+private:
+    HMODULE module_;
+};
+
+// Every row of a list as "label|value", through LVM_GETITEMTEXT (an owner-data list asks its
+// dialog with LVN_GETDISPINFO).
+std::vector<std::string> ListRows(HWND dlg, int id) {
+    std::vector<std::string> rows;
+    const int count = static_cast<int>(SendDlgItemMessageW(dlg, id, LVM_GETITEMCOUNT, 0, 0));
+    for (int row = 0; row < count; ++row) {
+        std::string line;
+        for (int column = 0; column < 2; ++column) {
+            WCHAR text[512] = {};
+            LVITEMW item = {};
+            item.iSubItem = column;
+            item.pszText = text;
+            item.cchTextMax = 512;
+            SendDlgItemMessageW(dlg, id, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+            line += (column ? "|" : "") + Narrow(text);
+        }
+        rows.push_back(line);
+    }
+    return rows;
+}
+
+class PropertyDialogsThroughPlugin : public ::testing::Test {
+protected:
+    void SetUp() override {
+        WatchTaskMemory();
+        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
+        ASSERT_EQ(S_OK, lib->CreateSite(&site));
+        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        lib->SetView({sample.pictures[0]}, 0);
+        // a first dialog of each kind pays for what the process keeps once
+        RunImage(sample.pictures[0], [](DialogDriver& d) { d.Click(kImageClose); });
+        RunVideo(sample.videos[0], [](DialogDriver& d) { d.Click(kVideoClose); });
+        before = CountResources();
+    }
+    void TearDown() override {
+        const ResourceCounts after = CountResources();
+        EXPECT_EQ(before.windows, after.windows) << "windows left behind";
+        EXPECT_EQ(before.gdiObjects, after.gdiObjects) << "GDI objects left behind";
+        EXPECT_EQ(before.userObjects, after.userObjects) << "USER objects left behind";
+        EXPECT_EQ(before.taskMemBlocks, after.taskMemBlocks) << "CoTaskMem blocks left behind";
+        if (resource) resource->Release();
+        if (site) site->Release();
+        if (root) root->Release();
+        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
+    }
+
+    std::string Run(bool video, ItemId item, const std::function<void(DialogDriver&)>& script) {
+        DialogDriver driver;
+        script(driver);
+        KxPidl pidl = lib->NewPidl(item);
+        const HRESULT hr = video ? resource->ShowVideoPropertyDialog(nullptr, site, root, pidl)
+                                 : resource->ShowImagePropertyDialog(nullptr, site, root, pidl);
+        CoTaskMemFree(pidl);
+        EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
+        EXPECT_EQ(driver.stepCount(), driver.stepsDone());
+        char code[12];
+        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
+        return code;
+    }
+    std::string RunImage(ItemId item, const std::function<void(DialogDriver&)>& script) {
+        return Run(false, item, script);
+    }
+    std::string RunVideo(ItemId item, const std::function<void(DialogDriver&)>& script) {
+        return Run(true, item, script);
+    }
+
+    // Notes the buttons ("P+"/"P-", "N+"/"N-"), which of them has the focus, and one row's value.
+    DialogDriver::Step Snap(int previous, int next, int list, int row) {
+        return [=](HWND dlg) {
+            const int focus = FocusedId(dlg);
+            shown += shown.empty() ? "" : " / ";
+            shown += std::string(ItemEnabled(dlg, previous) ? "P+ " : "P- ") + (ItemEnabled(dlg, next) ? "N+" : "N-");
+            shown += focus == previous ? " fP" : focus == next ? " fN" : "";
+            const std::vector<std::string> rows = ListRows(dlg, list);
+            shown += " " + (row < static_cast<int>(rows.size()) ? rows[row].substr(rows[row].find('|') + 1) : "?");
+        };
+    }
+
+    // The preview bitmap's size as the host hands it to the dialogs.
+    SIZE HostPreviewSize(ItemId item) {
+        KxPidl pidl = lib->NewPidl(item);
+        KxPcPidl items[] = {pidl};
+        IKxItemPreview* preview = nullptr;
+        SIZE size = {};
+        if (root->GetItemObject(nullptr, nullptr, 1, items, IID_IKxItemPreview, reinterpret_cast<void**>(&preview)) ==
+            S_OK) {
+            const SIZE ask = {150, 150};
+            HBITMAP bitmap = nullptr;
+            BITMAP info = {};
+            if (preview->GetPreviewBitmap(&ask, &bitmap) == S_OK && GetObjectW(bitmap, sizeof info, &info))
+                size = {info.bmWidth, info.bmHeight};
+            if (bitmap) DeleteObject(bitmap);
+            preview->Release();
+        }
+        CoTaskMemFree(pidl);
+        return size;
+    }
+
+    kxhost::SampleLibrary sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
+    std::shared_ptr<kxhost::InMemoryLibrary> lib = sample.library;
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    PluginLibrary plugin;
+    IKxCommonResource* resource = nullptr;
+    ResourceTexts texts;
+    ResourceCounts before{};
+    std::string shown;
+};
+
+TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesTwentyFourRows) {
+    const ItemId picture = sample.pictures[0];
+    lib->SetValue(picture, KxPropImage8, kxhost::PropertyValue::Int(6));  // turned by 90 degrees
+    lib->SetView({picture}, 0);
+
+    // what the table says for this picture, through the host's property object
+    KxImagePropertyTexts fields;
+    {
+        KxPidl pidl = lib->NewPidl(picture);
+        KxPcPidl items[] = {pidl};
+        IKxItemProperties* properties = nullptr;
+        ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, items, IID_IKxItemProperties,
+                                            reinterpret_cast<void**>(&properties)));
+        LONG orientation = 0;
+        EXPECT_EQ(S_OK, KxReadImagePropertyTexts(properties, pidl, texts, fields, &orientation));
+        properties->Release();
+        CoTaskMemFree(pidl);
+    }
+    const SIZE host = HostPreviewSize(picture);
+    ASSERT_GT(host.cx, 0);
+    fields.field[KxImageFieldWidth] = KxFormatPixelsText(host.cy, texts);  // the turn swaps them
+    fields.field[KxImageFieldHeight] = KxFormatPixelsText(host.cx, texts);
+    KxPropertyRows expected;
+    KxBuildImageRows(fields, texts, expected);
+
+    std::vector<std::string> rows;
+    bool previewShown = false;
+    EXPECT_EQ("00000000", RunImage(picture, [&](DialogDriver& d) {
+                  d.Inspect([&](HWND dlg) {
+                       rows = ListRows(dlg, kImageList);
+                       previewShown = SendDlgItemMessageW(dlg, kImagePreview, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+                   }).Click(kImageClose);
+              }));
+    ASSERT_EQ(static_cast<size_t>(KX_IMAGE_ROW_COUNT), rows.size());
+    for (int row = 0; row < KX_IMAGE_ROW_COUNT; ++row) {
+        const std::string want = expected[row] ? Narrow(expected[row]->label) + "|" + Narrow(expected[row]->value) : "|";
+        EXPECT_EQ(want, rows[row]) << "row " << row;
+    }
+    EXPECT_EQ("Orientation|: Rotated 90 degrees", rows[17]);
+    EXPECT_TRUE(previewShown);
+}
+
+TEST_F(PropertyDialogsThroughPlugin, PreviousAndNextWalkTheViewOfPictures) {
+    lib->SetView({sample.pictures[0], sample.pictures[1], sample.pictures[2]}, 0);
+    const auto snap = [&] { return Snap(kImagePrevious, kImageNext, kImageList, 3); };
+    EXPECT_EQ("00000000", RunImage(sample.pictures[0], [&](DialogDriver& d) {
+                  d.Inspect(snap()).Click(kImageNext).Inspect(snap()).Click(kImageNext).Inspect(snap());
+                  d.Press(VK_LEFT).Inspect(snap()).Press(VK_LEFT).Inspect(snap()).Click(kImageClose);
+              }));
+    EXPECT_EQ("P- N+ fN : Sample picture 1 / P+ N+ fN : Sample picture 2 / P+ N- fP : Sample picture 3 / "
+              "P+ N+ fP : Sample picture 2 / P- N+ fN : Sample picture 1",
+              shown);
+}
+
+TEST_F(PropertyDialogsThroughPlugin, ItemWithoutPropertiesAndHostWithoutView) {
+    // no property object at all: every row shows "-", the spacers nothing, and the host hears why
+    const ItemId bare = lib->AddItem(kxhost::ItemKind::Picture, L"Bare");
+    std::vector<std::string> rows;
+    EXPECT_EQ("80004003", RunImage(bare, [&](DialogDriver& d) {
+                  d.Inspect([&](HWND dlg) { rows = ListRows(dlg, kImageList); }).Click(kImageClose);
+              }));
+    int dashes = 0, spacers = 0;
+    for (const std::string& row : rows) {
+        dashes += row.size() > 3 && row.substr(row.size() - 3) == ": -";
+        spacers += row == "|";
+    }
+    EXPECT_EQ(21, dashes);
+    EXPECT_EQ(3, spacers);
+
+    // without the view the buttons stay as the template has them
+    lib->FailOperation(Op::QueryService, E_NOINTERFACE, 1, -1);
+    EXPECT_EQ("00000000", RunImage(sample.pictures[1], [&](DialogDriver& d) {
+                  d.Inspect(Snap(kImagePrevious, kImageNext, kImageList, 3)).Click(kImageClose);
+              }));
+    lib->ResetFailures();
+    EXPECT_EQ("P+ N+ fN : Sample picture 2", shown);
+}
+
+TEST_F(PropertyDialogsThroughPlugin, VideoShowsSixRowsItsPreviewAndWalks) {
+    lib->SetView({sample.videos[0], sample.videos[1]}, 0);
+    KxVideoPropertyTexts expected[2];
+    for (int i = 0; i < 2; ++i) {
+        KxPidl pidl = lib->NewPidl(sample.videos[i]);
+        KxPcPidl items[] = {pidl};
+        IKxItemProperties* properties = nullptr;
+        ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, items, IID_IKxItemProperties,
+                                            reinterpret_cast<void**>(&properties)));
+        EXPECT_EQ(S_OK, KxReadVideoPropertyTexts(properties, pidl, texts, expected[i]));
+        properties->Release();
+        CoTaskMemFree(pidl);
+    }
+    std::vector<std::string> rows[2];
+    bool previewShown = false;
+    EXPECT_EQ("00000000", RunVideo(sample.videos[0], [&](DialogDriver& d) {
+                  d.Inspect([&](HWND dlg) {
+                       rows[0] = ListRows(dlg, kVideoList);
+                       // nothing else in this process started GDI+: the dialog did
+                       previewShown = SendDlgItemMessageW(dlg, kVideoPreview, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+                   }).Inspect(Snap(kVideoPrevious, kVideoNext, kVideoList, 0));
+                  d.Click(kVideoNext).Inspect([&](HWND dlg) { rows[1] = ListRows(dlg, kVideoList); });
+                  d.Inspect(Snap(kVideoPrevious, kVideoNext, kVideoList, 0)).Click(kVideoClose);
+              }));
+    EXPECT_TRUE(previewShown);
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(static_cast<size_t>(KX_VIDEO_ROW_COUNT), rows[i].size()) << "video " << i;
+        for (int row = 0; row < KX_VIDEO_ROW_COUNT; ++row) {
+            const std::string label = kKxVideoRowLabels[row] ? Narrow(texts.LoadText(kKxVideoRowLabels[row])) : "";
+            EXPECT_EQ(label + "|" + Narrow(expected[i].row[row]), rows[i][row]) << "video " << i << " row " << row;
+        }
+    }
+    EXPECT_EQ("P- N+ fN " + Narrow(expected[0].row[0]) + " / P+ N- fP " + Narrow(expected[1].row[0]), shown);
+}
+
+}  // namespace
+}  // namespace kxtest
