@@ -13,8 +13,8 @@ public:
     virtual void SetRowCount(int count) = 0;
     // Makes the picture from a file or from the host's bitmap (which stays the model's), turns it
     // by the RotateFlipType and shows it, the picture for an unreadable image when it cannot be
-    // shown. False when no picture object could be made at all; otherwise the picture's size as
-    // seen, after the turn (0 x 0 for a file that cannot be decoded).
+    // shown. False when there was nothing to make a picture from; otherwise the picture's size as
+    // seen, after the turn (0 x 0 for a picture that cannot be decoded).
     virtual bool LoadPreviewFromFile(LPCWSTR path, int rotateFlip, LONG* width, LONG* height) = 0;
     virtual bool LoadPreviewFromBitmap(HBITMAP bitmap, int rotateFlip, LONG* width, LONG* height) = 0;
     // DeleteObject of a bitmap that the host handed over.

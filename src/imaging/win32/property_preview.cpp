@@ -40,7 +40,7 @@ void CPropertyPreview::TakeRoom() {
 bool CPropertyPreview::LoadFromFile(LPCWSTR path, int rotateFlip, LONG* width, LONG* height, const char* corrupted) {
     if (!path) return false;
     GpBitmap* source = nullptr;
-    if (GdipCreateBitmapFromFile(path, &source) != Ok || !source) return false;
+    if (GdipCreateBitmapFromFile(path, &source) != Ok) source = nullptr;
     return FromSource(source, rotateFlip, width, height, corrupted);
 }
 
@@ -48,19 +48,23 @@ bool CPropertyPreview::LoadFromBitmap(HBITMAP bitmap, int rotateFlip, LONG* widt
                                       const char* corrupted) {
     if (!bitmap) return false;
     GpBitmap* source = nullptr;
-    if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &source) != Ok || !source) return false;
+    if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &source) != Ok) source = nullptr;
     return FromSource(source, rotateFlip, width, height, corrupted);
 }
 
+// A picture that cannot be decoded counts as made, with a size of 0 x 0 that cannot be shown: its
+// width and height rows read 0 and the skin's picture for an unreadable image takes its place.
 bool CPropertyPreview::FromSource(GpBitmap* source, int rotateFlip, LONG* width, LONG* height,
                                   const char* corrupted) {
-    if (rotateFlip != 0) GdipImageRotateFlip(source, static_cast<RotateFlipType>(rotateFlip));
     UINT w = 0, h = 0;
-    GdipGetImageWidth(source, &w);
-    GdipGetImageHeight(source, &h);
+    if (source) {
+        if (rotateFlip != 0) GdipImageRotateFlip(source, static_cast<RotateFlipType>(rotateFlip));
+        GdipGetImageWidth(source, &w);
+        GdipGetImageHeight(source, &h);
+    }
     *width = static_cast<LONG>(w);
     *height = static_cast<LONG>(h);
-    const bool shown = ShowPreview(source);
+    const bool shown = source && ShowPreview(source);
     Dispose(source);
     if (!shown) ShowFallback(corrupted, m_rcPreview.right - m_rcPreview.left, m_rcPreview.bottom - m_rcPreview.top);
     return true;

@@ -26,8 +26,8 @@ public:
     const RECT& Room() const { return m_rcPreview; }
 
     // Makes the picture, turns it (a failed turn is ignored), gives its size as seen and shows
-    // it; the picture `corrupted` of the skin when it cannot be shown. False when no picture
-    // object could be made at all. The bitmap stays the caller's.
+    // it; the picture `corrupted` of the skin when it cannot be shown. A picture that cannot be
+    // decoded has the size 0 x 0. False only for a null argument. The bitmap stays the caller's.
     bool LoadFromFile(LPCWSTR path, int rotateFlip, LONG* width, LONG* height, const char* corrupted);
     bool LoadFromBitmap(HBITMAP bitmap, int rotateFlip, LONG* width, LONG* height, const char* corrupted);
     // Shows the host's bitmap as it is; a failure leaves the control as it was.

@@ -17,6 +17,7 @@
 #include "imaging/video_property_rows.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/skin_recorder.h"
 
 namespace kxtest {
 namespace {
@@ -32,7 +33,8 @@ std::string Narrow(const std::wstring& s) { return std::string(s.begin(), s.end(
 // The strings of ComRcRes.dll and the system's size text: what the dialogs show.
 class ResourceTexts : public IKxPropertyTextSource {
 public:
-    ResourceTexts() : module_(LoadLibraryExW((ExeDir() + L"ComRcRes.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
+    ResourceTexts()
+        : module_(LoadLibraryExW((ExeDir() + L"ComRcRes.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
     ~ResourceTexts() {
         if (module_) FreeLibrary(module_);
     }
@@ -64,7 +66,8 @@ std::vector<std::string> ListRows(HWND dlg, int id) {
             item.iSubItem = column;
             item.pszText = text;
             item.cchTextMax = 512;
-            SendDlgItemMessageW(dlg, id, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+            SendDlgItemMessageW(dlg, id, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                                reinterpret_cast<LPARAM>(&item));
             line += (column ? "|" : "") + Narrow(text);
         }
         rows.push_back(line);
@@ -195,7 +198,8 @@ TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesTwentyFour
               }));
     ASSERT_EQ(static_cast<size_t>(KX_IMAGE_ROW_COUNT), rows.size());
     for (int row = 0; row < KX_IMAGE_ROW_COUNT; ++row) {
-        const std::string want = expected[row] ? Narrow(expected[row]->label) + "|" + Narrow(expected[row]->value) : "|";
+        const std::string want =
+            expected[row] ? Narrow(expected[row]->label) + "|" + Narrow(expected[row]->value) : "|";
         EXPECT_EQ(want, rows[row]) << "row " << row;
     }
     EXPECT_EQ("Orientation|: Rotated 90 degrees", rows[17]);
@@ -271,6 +275,96 @@ TEST_F(PropertyDialogsThroughPlugin, VideoShowsSixRowsItsPreviewAndWalks) {
         }
     }
     EXPECT_EQ("P- N+ fN " + Narrow(expected[0].row[0]) + " / P+ N- fP " + Narrow(expected[1].row[0]), shown);
+}
+
+// The colour of a pixel of the bitmap that the preview control shows, 0xRRGGBB.
+DWORD PreviewPixel(HWND dlg, int id, int x, int y, SIZE* size) {
+    const HBITMAP bitmap = reinterpret_cast<HBITMAP>(SendDlgItemMessageW(dlg, id, STM_GETIMAGE, IMAGE_BITMAP, 0));
+    BITMAP info = {};
+    if (!bitmap || !GetObjectW(bitmap, sizeof info, &info)) return 0xDEAD;
+    *size = {info.bmWidth, info.bmHeight};
+    std::vector<DWORD> pixels(static_cast<size_t>(info.bmWidth) * info.bmHeight);
+    BITMAPINFO format = {};
+    format.bmiHeader.biSize = sizeof(format.bmiHeader);
+    format.bmiHeader.biWidth = info.bmWidth;
+    format.bmiHeader.biHeight = -info.bmHeight;  // top row first
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 32;
+    const HDC screen = GetDC(nullptr);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(info.bmHeight), pixels.data(), &format, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    return pixels[static_cast<size_t>(y) * info.bmWidth + x] & 0xFFFFFF;
+}
+
+TEST_F(PropertyDialogsThroughPlugin, PreviewIsTurnedByTheOrientationAndTheControlFitsIt) {
+    // 40 x 20: the left half red, the right half blue; orientation 6 turns it by 90 degrees
+    // clockwise, so the preview is 20 x 40 with red on top
+    kxhost::PreviewPicture picture;
+    picture.width = 40;
+    picture.height = 20;
+    for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 40; ++x) picture.pixels.push_back(x < 20 ? 0xFFFF0000 : 0xFF0000FF);
+    const ItemId item = sample.pictures[1];
+    lib->SetPreview(item, picture);
+    lib->SetValue(item, KxPropImage8, kxhost::PropertyValue::Int(6));
+    lib->SetView({item}, 0);
+    DWORD top = 0, bottom = 0;
+    SIZE size = {}, control = {};
+    std::vector<std::string> rows;
+    EXPECT_EQ("00000000", RunImage(item, [&](DialogDriver& d) {
+                  d.Inspect([&](HWND dlg) {
+                       top = PreviewPixel(dlg, kImagePreview, 10, 5, &size);
+                       bottom = PreviewPixel(dlg, kImagePreview, 10, 35, &size);
+                       const RECT r = ItemRect(dlg, kImagePreview);
+                       control = {r.right - r.left, r.bottom - r.top};
+                       rows = ListRows(dlg, kImageList);
+                   }).Click(kImageClose);
+              }));
+    EXPECT_EQ(0xFF0000u, top);
+    EXPECT_EQ(0x0000FFu, bottom);
+    EXPECT_EQ(20, size.cx);
+    EXPECT_EQ(40, size.cy);
+    EXPECT_EQ(20, control.cx);
+    EXPECT_EQ(40, control.cy);
+    ASSERT_GE(rows.size(), 2u);
+    EXPECT_EQ("Width|: 20 pixels", rows[0]);
+    EXPECT_EQ("Height|: 40 pixels", rows[1]);
+}
+
+TEST_F(PropertyDialogsThroughPlugin, UnreadablePicturesAndMissingVideoPreviewsShowTheSkinsPictures) {
+    // the second picture's file is missing: it reads as 0 x 0 and the skin shows its picture
+    kxhost::PreviewPicture missing;
+    missing.path = L"C:\\no such folder\\missing.jpg";
+    const ItemId unreadable = sample.pictures[2];
+    lib->SetPreview(unreadable, missing);
+    lib->SetView({sample.pictures[0], unreadable}, 0);
+    std::vector<std::string> rows;
+    std::string pictures;
+    {
+        SkinRecorder skin;
+        EXPECT_EQ("00000000", RunImage(sample.pictures[0], [&](DialogDriver& d) {
+                      d.Click(kImageNext).Inspect([&](HWND dlg) { rows = ListRows(dlg, kImageList); });
+                      d.Click(kImageClose);
+                  }));
+        for (const std::string& line : skin.LinesStartingWith("static id=1044")) pictures += line;
+    }
+    ASSERT_GE(rows.size(), 2u);
+    EXPECT_EQ("Width|: 0 pixels", rows[0]);
+    EXPECT_EQ("Height|: 0 pixels", rows[1]);
+    EXPECT_NE(std::string::npos, pictures.find("picture=Corrupted Photo Properties.png")) << pictures;
+
+    // a video whose preview gives no bitmap, after one that had a preview: the fallback picture
+    const ItemId still = lib->AddItem(kxhost::ItemKind::Video, L"Still");
+    lib->SetPreview(still, missing);
+    lib->SetView({sample.videos[0], still}, 0);
+    pictures.clear();
+    {
+        SkinRecorder skin;
+        EXPECT_EQ("00000000",
+                  RunVideo(sample.videos[0], [&](DialogDriver& d) { d.Click(kVideoNext).Click(kVideoClose); }));
+        for (const std::string& line : skin.LinesStartingWith("static id=1075")) pictures += line;
+    }
+    EXPECT_NE(std::string::npos, pictures.find("picture=Video Properties.png")) << pictures;
 }
 
 }  // namespace
