@@ -124,16 +124,11 @@ TEST(PropertyFormat, EachFormatGivesItsText) {
         {KxValueFormat::ByteSize, Size(1340), L"1.30 KB"},
         // absent values and values of another type than the key's
         {KxValueFormat::Text, kAbsent, L""},
-        {KxValueFormat::ByteSize, kAbsent, L""},
         {KxValueFormat::Fraction, kAbsent, L""},
-        {KxValueFormat::Aperture, kAbsent, L""},
         {KxValueFormat::Resolution, kAbsent, L""},
-        {KxValueFormat::Duration, kAbsent, L""},
         {KxValueFormat::Resolution, Text(L"72"), L""},
         {KxValueFormat::Distance, Int(5), L""},
-        {KxValueFormat::Aperture, Int(4), L""},
         {KxValueFormat::Text, Int(4), L""},
-        {KxValueFormat::ByteSize, Int(4), L""},
     };
     for (size_t i = 0; i < sizeof(cases) / sizeof(cases[0]); ++i) {
         EXPECT_EQ(cases[i].text, KxFormatPropertyValue(cases[i].format, cases[i].value, texts))

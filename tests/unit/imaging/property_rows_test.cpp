@@ -1,8 +1,6 @@
-// The rows of both properties dialogs, read from the in-memory library through its property
-// object: a picture with every key, an item without any, a failed read, the preview's turn, and
-// the video dialog's six rows across a step.
+// The image dialog's rows, read from the in-memory library through its property object: a
+// picture with every key, each in its row and format, and an item without any.
 #include "imaging/image_property_rows.h"
-#include "imaging/video_property_rows.h"
 #include "tests/unit/host/library_test_support.h"
 #include "tests/unit/imaging/property_text_source_fake.h"
 
@@ -113,45 +111,6 @@ TEST_F(PropertyRows, ItemWithoutPropertiesShowsDashesAndSpacersNeverShowText) {
     } outside[] = {{-1, 0}, {KX_IMAGE_ROW_COUNT, 1}, {0, 2}, {0, -1}};
     for (const auto& c : outside)
         EXPECT_EQ(nullptr, KxPropertyRowText(rows, c.row, c.column)) << c.row << "," << c.column;
-}
-
-TEST_F(PropertyRows, FailedReadLeavesTheFieldsAndGivesItsResult) {
-    KxImagePropertyTexts fields;
-    fields.field[KxImageFieldLocation] = L"before";
-    lib.FailOperation(kxhost::Op::GetProperties, E_FAIL);
-    LONG orientation = 0;
-    EXPECT_EQ(E_FAIL, KxReadImagePropertyTexts(props.p, P(sample.pictures[1]), texts, fields, &orientation));
-    EXPECT_EQ(-1, orientation);
-    EXPECT_EQ(L"before", fields.field[KxImageFieldLocation]);
-    EXPECT_EQ(E_POINTER, KxReadImagePropertyTexts(nullptr, P(sample.pictures[1]), texts, fields, &orientation));
-}
-
-TEST(PropertyRowsTurn, OrientationGivesItsRotateFlip) {
-    const int expected[] = {0, 0, 1, 2, 3, 4, 1, 2, 3, 0};
-    const LONG orientations[] = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-    for (int i = 0; i < 10; ++i)
-        EXPECT_EQ(expected[i], KxRotateFlipForOrientation(orientations[i])) << orientations[i];
-}
-
-TEST_F(PropertyRows, VideoRowsTakeTheFiveValuesAndAStepClearsThem) {
-    const ItemId video = sample.videos[0];
-    lib.SetValue(video, KxPropVideo14, PropertyValue::Int(1920));
-    lib.SetValue(video, KxPropVideo15, PropertyValue::Int(1080));
-    lib.SetValue(video, KxPropDuration, PropertyValue::UInt(3725));
-    lib.SetValue(video, KxPropFileSize, PropertyValue::Size(2400000000ULL));
-    lib.SetValue(video, KxPropLocation, PropertyValue::String(L"D:\\Videos"));
-    KxVideoPropertyTexts rows;
-    ASSERT_EQ(S_OK, KxReadVideoPropertyTexts(props.p, P(video), texts, rows));
-    const LPCWSTR full[KX_VIDEO_ROW_COUNT] = {L"1920[161]", L"1080[161]", L"", L"D:\\Videos", L"2.23 GB", L"1:02:05"};
-    for (int row = 0; row < KX_VIDEO_ROW_COUNT; ++row) EXPECT_EQ(full[row], rows.row[row]) << "row " << row;
-
-    // a failed read keeps the texts; an item without properties empties every row
-    lib.FailOperation(kxhost::Op::GetProperties, E_FAIL);
-    EXPECT_EQ(E_FAIL, KxReadVideoPropertyTexts(props.p, P(video), texts, rows));
-    for (int row = 0; row < KX_VIDEO_ROW_COUNT; ++row) EXPECT_EQ(full[row], rows.row[row]) << "row " << row;
-    const ItemId bare = lib.AddItem(kxhost::ItemKind::Video, L"Bare");
-    EXPECT_EQ(S_FALSE, KxReadVideoPropertyTexts(props.p, P(bare), texts, rows));
-    for (int row = 0; row < KX_VIDEO_ROW_COUNT; ++row) EXPECT_EQ(L"", rows.row[row]) << "row " << row;
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 // The image and video properties dialogs through KxComResPlgin.dll, on the sample library: the
 // rows read back from the lists and compared with the formatting table, Previous and Next through
-// the view with the buttons and the focus at each step, the preview, an item without properties,
-// a host without a view, and that nothing is left behind.
+// the view with the buttons and the focus at each step, the preview turned by its pixels, the
+// skin's pictures for missing previews, an item without properties, a host without a view, and
+// that nothing is left behind.
 #include <windows.h>
 #include <commctrl.h>
 #include <shlwapi.h>
@@ -75,6 +76,25 @@ std::vector<std::string> ListRows(HWND dlg, int id) {
     return rows;
 }
 
+// The colour of a pixel of the bitmap that the preview control shows, 0xRRGGBB.
+DWORD PreviewPixel(HWND dlg, int id, int x, int y, SIZE* size) {
+    const HBITMAP bitmap = reinterpret_cast<HBITMAP>(SendDlgItemMessageW(dlg, id, STM_GETIMAGE, IMAGE_BITMAP, 0));
+    BITMAP info = {};
+    if (!bitmap || !GetObjectW(bitmap, sizeof info, &info)) return 0xDEAD;
+    *size = {info.bmWidth, info.bmHeight};
+    std::vector<DWORD> pixels(static_cast<size_t>(info.bmWidth) * info.bmHeight);
+    BITMAPINFO format = {};
+    format.bmiHeader.biSize = sizeof(format.bmiHeader);
+    format.bmiHeader.biWidth = info.bmWidth;
+    format.bmiHeader.biHeight = -info.bmHeight;  // top row first
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 32;
+    const HDC screen = GetDC(nullptr);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(info.bmHeight), pixels.data(), &format, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    return pixels[static_cast<size_t>(y) * info.bmWidth + x] & 0xFFFFFF;
+}
+
 class PropertyDialogsThroughPlugin : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -132,26 +152,6 @@ protected:
         };
     }
 
-    // The preview bitmap's size as the host hands it to the dialogs.
-    SIZE HostPreviewSize(ItemId item) {
-        KxPidl pidl = lib->NewPidl(item);
-        KxPcPidl items[] = {pidl};
-        IKxItemPreview* preview = nullptr;
-        SIZE size = {};
-        if (root->GetItemObject(nullptr, nullptr, 1, items, IID_IKxItemPreview, reinterpret_cast<void**>(&preview)) ==
-            S_OK) {
-            const SIZE ask = {150, 150};
-            HBITMAP bitmap = nullptr;
-            BITMAP info = {};
-            if (preview->GetPreviewBitmap(&ask, &bitmap) == S_OK && GetObjectW(bitmap, sizeof info, &info))
-                size = {info.bmWidth, info.bmHeight};
-            if (bitmap) DeleteObject(bitmap);
-            preview->Release();
-        }
-        CoTaskMemFree(pidl);
-        return size;
-    }
-
     kxhost::SampleLibrary sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
     std::shared_ptr<kxhost::InMemoryLibrary> lib = sample.library;
     IKxContentFolder* root = nullptr;
@@ -163,9 +163,17 @@ protected:
     std::string shown;
 };
 
-TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesTwentyFourRows) {
+TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesRowsAndItsPreviewTurned) {
+    // a preview of 40 x 20, the left half red and the right half blue; orientation 6 turns it by
+    // 90 degrees clockwise into 20 x 40 with red on top
+    kxhost::PreviewPicture preview;
+    preview.width = 40;
+    preview.height = 20;
+    for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 40; ++x) preview.pixels.push_back(x < 20 ? 0xFFFF0000 : 0xFF0000FF);
     const ItemId picture = sample.pictures[0];
-    lib->SetValue(picture, KxPropImage8, kxhost::PropertyValue::Int(6));  // turned by 90 degrees
+    lib->SetPreview(picture, preview);
+    lib->SetValue(picture, KxPropImage8, kxhost::PropertyValue::Int(6));
     lib->SetView({picture}, 0);
 
     // what the table says for this picture, through the host's property object
@@ -181,19 +189,21 @@ TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesTwentyFour
         properties->Release();
         CoTaskMemFree(pidl);
     }
-    const SIZE host = HostPreviewSize(picture);
-    ASSERT_GT(host.cx, 0);
-    fields.field[KxImageFieldWidth] = KxFormatPixelsText(host.cy, texts);  // the turn swaps them
-    fields.field[KxImageFieldHeight] = KxFormatPixelsText(host.cx, texts);
+    fields.field[KxImageFieldWidth] = KxFormatPixelsText(20, texts);
+    fields.field[KxImageFieldHeight] = KxFormatPixelsText(40, texts);
     KxPropertyRows expected;
     KxBuildImageRows(fields, texts, expected);
 
     std::vector<std::string> rows;
-    bool previewShown = false;
+    DWORD top = 0, bottom = 0;
+    SIZE size = {}, control = {};
     EXPECT_EQ("00000000", RunImage(picture, [&](DialogDriver& d) {
                   d.Inspect([&](HWND dlg) {
                        rows = ListRows(dlg, kImageList);
-                       previewShown = SendDlgItemMessageW(dlg, kImagePreview, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+                       top = PreviewPixel(dlg, kImagePreview, 10, 5, &size);
+                       bottom = PreviewPixel(dlg, kImagePreview, 10, 35, &size);
+                       const RECT r = ItemRect(dlg, kImagePreview);
+                       control = {r.right - r.left, r.bottom - r.top};
                    }).Click(kImageClose);
               }));
     ASSERT_EQ(static_cast<size_t>(KX_IMAGE_ROW_COUNT), rows.size());
@@ -202,8 +212,12 @@ TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesTwentyFour
             expected[row] ? Narrow(expected[row]->label) + "|" + Narrow(expected[row]->value) : "|";
         EXPECT_EQ(want, rows[row]) << "row " << row;
     }
+    EXPECT_EQ("Width|: 20 pixels", rows[0]);
     EXPECT_EQ("Orientation|: Rotated 90 degrees", rows[17]);
-    EXPECT_TRUE(previewShown);
+    EXPECT_EQ(0xFF0000u, top);
+    EXPECT_EQ(0x0000FFu, bottom);
+    EXPECT_TRUE(size.cx == 20 && size.cy == 40 && control.cx == 20 && control.cy == 40)
+        << size.cx << "x" << size.cy << ", control " << control.cx << "x" << control.cy;
 }
 
 TEST_F(PropertyDialogsThroughPlugin, PreviousAndNextWalkTheViewOfPictures) {
@@ -275,60 +289,6 @@ TEST_F(PropertyDialogsThroughPlugin, VideoShowsSixRowsItsPreviewAndWalks) {
         }
     }
     EXPECT_EQ("P- N+ fN " + Narrow(expected[0].row[0]) + " / P+ N- fP " + Narrow(expected[1].row[0]), shown);
-}
-
-// The colour of a pixel of the bitmap that the preview control shows, 0xRRGGBB.
-DWORD PreviewPixel(HWND dlg, int id, int x, int y, SIZE* size) {
-    const HBITMAP bitmap = reinterpret_cast<HBITMAP>(SendDlgItemMessageW(dlg, id, STM_GETIMAGE, IMAGE_BITMAP, 0));
-    BITMAP info = {};
-    if (!bitmap || !GetObjectW(bitmap, sizeof info, &info)) return 0xDEAD;
-    *size = {info.bmWidth, info.bmHeight};
-    std::vector<DWORD> pixels(static_cast<size_t>(info.bmWidth) * info.bmHeight);
-    BITMAPINFO format = {};
-    format.bmiHeader.biSize = sizeof(format.bmiHeader);
-    format.bmiHeader.biWidth = info.bmWidth;
-    format.bmiHeader.biHeight = -info.bmHeight;  // top row first
-    format.bmiHeader.biPlanes = 1;
-    format.bmiHeader.biBitCount = 32;
-    const HDC screen = GetDC(nullptr);
-    GetDIBits(screen, bitmap, 0, static_cast<UINT>(info.bmHeight), pixels.data(), &format, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    return pixels[static_cast<size_t>(y) * info.bmWidth + x] & 0xFFFFFF;
-}
-
-TEST_F(PropertyDialogsThroughPlugin, PreviewIsTurnedByTheOrientationAndTheControlFitsIt) {
-    // 40 x 20: the left half red, the right half blue; orientation 6 turns it by 90 degrees
-    // clockwise, so the preview is 20 x 40 with red on top
-    kxhost::PreviewPicture picture;
-    picture.width = 40;
-    picture.height = 20;
-    for (int y = 0; y < 20; ++y)
-        for (int x = 0; x < 40; ++x) picture.pixels.push_back(x < 20 ? 0xFFFF0000 : 0xFF0000FF);
-    const ItemId item = sample.pictures[1];
-    lib->SetPreview(item, picture);
-    lib->SetValue(item, KxPropImage8, kxhost::PropertyValue::Int(6));
-    lib->SetView({item}, 0);
-    DWORD top = 0, bottom = 0;
-    SIZE size = {}, control = {};
-    std::vector<std::string> rows;
-    EXPECT_EQ("00000000", RunImage(item, [&](DialogDriver& d) {
-                  d.Inspect([&](HWND dlg) {
-                       top = PreviewPixel(dlg, kImagePreview, 10, 5, &size);
-                       bottom = PreviewPixel(dlg, kImagePreview, 10, 35, &size);
-                       const RECT r = ItemRect(dlg, kImagePreview);
-                       control = {r.right - r.left, r.bottom - r.top};
-                       rows = ListRows(dlg, kImageList);
-                   }).Click(kImageClose);
-              }));
-    EXPECT_EQ(0xFF0000u, top);
-    EXPECT_EQ(0x0000FFu, bottom);
-    EXPECT_EQ(20, size.cx);
-    EXPECT_EQ(40, size.cy);
-    EXPECT_EQ(20, control.cx);
-    EXPECT_EQ(40, control.cy);
-    ASSERT_GE(rows.size(), 2u);
-    EXPECT_EQ("Width|: 20 pixels", rows[0]);
-    EXPECT_EQ("Height|: 40 pixels", rows[1]);
 }
 
 TEST_F(PropertyDialogsThroughPlugin, UnreadablePicturesAndMissingVideoPreviewsShowTheSkinsPictures) {
