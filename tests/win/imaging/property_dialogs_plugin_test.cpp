@@ -274,7 +274,7 @@ TEST_F(PropertyDialogsThroughPlugin, VideoShowsSixRowsItsPreviewAndWalks) {
     EXPECT_EQ("00000000", RunVideo(sample.videos[0], [&](DialogDriver& d) {
                   d.Inspect([&](HWND dlg) {
                        rows[0] = ListRows(dlg, kVideoList);
-                       // nothing else in this process started GDI+: the dialog did
+                       // the dialog starts the imaging platform for itself: nothing else here holds it
                        previewShown = SendDlgItemMessageW(dlg, kVideoPreview, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
                    }).Inspect(Snap(kVideoPrevious, kVideoNext, kVideoList, 0));
                   d.Click(kVideoNext).Inspect([&](HWND dlg) { rows[1] = ListRows(dlg, kVideoList); });
