@@ -4,26 +4,12 @@
 #include <gdiplus.h>
 
 #include "frame/win32/skin_statics.h"
+#include "imaging/preview_placement.h"
 
 using namespace Gdiplus;
 using namespace Gdiplus::DllExports;
 
 namespace {
-
-// The box every preview is shrunk into first.
-const LONG kBoxWidth = 340, kBoxHeight = 200;
-
-// Shrinks width x height into the box with one ratio, truncating; never grows. The image
-// utility's ScaleToFitBox does the same for the art pipeline: at the merge of the two this
-// calls it.
-void FitIntoBox(LONG* width, LONG* height, LONG maxWidth, LONG maxHeight) {
-    const ULONG w = static_cast<ULONG>(*width), h = static_cast<ULONG>(*height);
-    if (w <= static_cast<ULONG>(maxWidth) && h <= static_cast<ULONG>(maxHeight)) return;
-    const double ratioW = static_cast<double>(w) / maxWidth, ratioH = static_cast<double>(h) / maxHeight;
-    const double ratio = ratioW > ratioH ? ratioW : ratioH;
-    *width = static_cast<LONG>(w / ratio);
-    *height = static_cast<LONG>(h / ratio);
-}
 
 void Dispose(GpBitmap* bitmap) {
     if (bitmap) GdipDisposeImage(bitmap);
@@ -83,7 +69,7 @@ bool CPropertyPreview::ShowPreview(GpBitmap* source) {
     GdipGetImageWidth(source, &w);
     GdipGetImageHeight(source, &h);
     LONG width = static_cast<LONG>(w), height = static_cast<LONG>(h);
-    FitIntoBox(&width, &height, kBoxWidth, kBoxHeight);
+    KxShrinkIntoBox(&width, &height, KX_PREVIEW_BOX_WIDTH, KX_PREVIEW_BOX_HEIGHT);
     RECT oldRect, newRect;
     FitPreviewControl(&width, &height, &oldRect, &newRect, false, m_rcPreview);
 
@@ -159,30 +145,11 @@ void CPropertyPreview::FitPreviewControl(LONG* width, LONG* height, RECT* oldRec
     CWnd* control = m_dialog.GetDlgItem(m_controlId);
     const LONG roomWidth = room.right - room.left, roomHeight = room.bottom - room.top;
     if (!control || roomWidth < 0 || roomHeight < 0 || *width < 0 || *height < 0) return;
-    LONG w = *width, h = *height;
-    bool moveNeeded = false;
-    if (w > roomWidth || h > roomHeight) {
-        FitIntoBox(&w, &h, roomWidth, roomHeight);
-        moveNeeded = true;
-    }
     RECT rect;
     control->GetWindowRect(&rect);
     m_dialog.ScreenToClient(&rect);
     if (oldRect) *oldRect = rect;
-    if (rect.right - rect.left > 0) {
-        if (rect.right - rect.left != w) {
-            rect.left += (rect.right - rect.left - w) / 2;
-            rect.right = rect.left + w;
-            moveNeeded = true;
-        }
-        if (rect.bottom - rect.top != h) {
-            rect.top += (rect.bottom - rect.top - h) / 2;
-            rect.bottom = rect.top + h;
-            moveNeeded = true;
-        }
-    }
-    *width = w;
-    *height = h;
+    const bool moveNeeded = KxPlacePreviewControl(width, height, &rect, roomWidth, roomHeight);
     if (moveNeeded && move) control->MoveWindow(&rect, FALSE);
     if (newRect) *newRect = rect;
 }

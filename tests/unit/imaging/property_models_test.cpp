@@ -199,6 +199,15 @@ TEST_F(PropertyModels, VideoReadFillsRowsInOrderAndWalksWithoutBoundsTest) {
     EXPECT_EQ(2, model.m_walk.m_currentIndex);
     EXPECT_EQ(sample.videos[0], lib.ItemOf(model.m_walk.m_currentItem));
 
+    // an item without properties shows only the labels; one without a preview object fails
+    const ItemId bare = lib.AddItem(kxhost::ItemKind::Video, L"Bare");
+    EXPECT_EQ(E_POINTER, model.ReadVideoProperties(P(bare)));
+    kxhost::PreviewPicture file;
+    file.path = L"C:\\Videos\\bare.jpg";  // a file: no bitmap for a video
+    lib.SetPreview(bare, file);
+    controls.shown.clear();
+    ASSERT_EQ(S_FALSE, model.ReadVideoProperties(P(bare)));
+    EXPECT_EQ((Events{"3 ", "4 ", "0 ", "1 ", "5 ", "fallback"}), controls.shown);
     EXPECT_EQ(E_POINTER, model.ReadVideoProperties(nullptr));
 }
 
