@@ -247,6 +247,16 @@ TEST_F(PropertyDialogsThroughPlugin, ItemWithoutPropertiesAndHostWithoutView) {
     EXPECT_EQ(21, dashes);
     EXPECT_EQ(3, spacers);
 
+    // the interface lets a null site through: both dialogs refuse it and close by themselves
+    {
+        DialogDriver driver;
+        KxPidl pidl = lib->NewPidl(sample.pictures[0]);
+        EXPECT_EQ(E_INVALIDARG, resource->ShowImagePropertyDialog(nullptr, nullptr, root, pidl));
+        EXPECT_EQ(E_INVALIDARG, resource->ShowVideoPropertyDialog(nullptr, nullptr, root, pidl));
+        CoTaskMemFree(pidl);
+        EXPECT_FALSE(driver.timedOut());
+    }
+
     // without the view the buttons stay as the template has them
     lib->FailOperation(Op::QueryService, E_NOINTERFACE, 1, -1);
     EXPECT_EQ("00000000", RunImage(sample.pictures[1], [&](DialogDriver& d) {
@@ -317,6 +327,8 @@ TEST_F(PropertyDialogsThroughPlugin, UnreadablePicturesAndMissingVideoPreviewsSh
                       d.Click(kImageClose);
                   }));
         for (const std::string& line : skin.LinesStartingWith("static id=1044")) pictures += line;
+        const auto attach = skin.LinesStartingWith("call op=0x1000");
+        EXPECT_TRUE(attach.size() == 1 && attach[0].find("IDD_DIALOG_IMAGEPROPERTY.ini") != std::string::npos);
     }
     ASSERT_GE(rows.size(), 2u);
     EXPECT_EQ("Width|: 0 pixels", rows[0]);
@@ -333,6 +345,8 @@ TEST_F(PropertyDialogsThroughPlugin, UnreadablePicturesAndMissingVideoPreviewsSh
         EXPECT_EQ("00000000",
                   RunVideo(sample.videos[0], [&](DialogDriver& d) { d.Click(kVideoNext).Click(kVideoClose); }));
         for (const std::string& line : skin.LinesStartingWith("static id=1075")) pictures += line;
+        const auto attach = skin.LinesStartingWith("call op=0x1000");
+        EXPECT_TRUE(attach.size() == 1 && attach[0].find("IDD_DIALOG_ VIDEOPROPERTY.ini") != std::string::npos);
     }
     EXPECT_NE(std::string::npos, pictures.find("picture=Video Properties.png")) << pictures;
 }
