@@ -46,9 +46,9 @@ private:
     void DeleteBitmap(HBITMAP bitmap) override { DeleteObject(bitmap); }
     HWND OwnerWindow() override { return m_hWnd; }
 
-    // The preview needs the imaging platform. Nothing says that another part of the process has
-    // started it while this dialog runs, so the dialog starts it for itself, as the image dialog
-    // does: without a start every preview would fail.
+    // The preview needs the imaging platform, and no other part of the process is bound to have
+    // started it while this dialog runs: the dialog starts it for itself, as the image dialog
+    // does, since without a start every preview would fail.
     CGdiplusSession m_gdiplus;
     CKxPropertyTexts m_texts;
     CVideoPropertyModel m_model;
