@@ -64,7 +64,8 @@ void CPropertyPreview::ShowBitmap(HBITMAP bitmap) {
 }
 
 bool CPropertyPreview::ShowPreview(GpBitmap* source) {
-    if (!source) return false;
+    CWnd* control = m_dialog.GetDlgItem(m_controlId);
+    if (!source || !control) return false;
     UINT w = 0, h = 0;
     GdipGetImageWidth(source, &w);
     GdipGetImageHeight(source, &h);
@@ -98,7 +99,6 @@ bool CPropertyPreview::ShowPreview(GpBitmap* source) {
         return false;
     }
 
-    CWnd* control = m_dialog.GetDlgItem(m_controlId);
     control->ShowWindow(SW_HIDE);
     control->MoveWindow(&newRect, FALSE);
     if (oldRect.right - oldRect.left > 0) InvalidateRect(m_dialog.m_hWnd, &oldRect, TRUE);
