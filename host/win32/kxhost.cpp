@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "balloon/bubble_constants.h"
 #include "kx/IKxBalloonTip.h"
@@ -301,6 +302,58 @@ void ShowNameDialogs(DemoContext& demo) {
     }
 }
 
+// The properties of a picture whose orientation turns its preview, and of a video, each in a
+// view of all the items of its kind. Headless, each dialog is pictured and closed.
+void ShowPropertyDialogs(DemoContext& demo) {
+    kxhost::InMemoryLibrary& lib = *demo.library;
+    std::vector<kxhost::ItemId> pictures, videos;
+    kxhost::ItemId turned = 0;
+    for (kxhost::ItemId id = 1; id <= lib.ItemCount(); ++id) {
+        if (lib.KindOf(id) == kxhost::ItemKind::Video) videos.push_back(id);
+        if (lib.KindOf(id) != kxhost::ItemKind::Picture) continue;
+        pictures.push_back(id);
+        const auto orientation = lib.Value(id, KxPropImage8);
+        if (!turned && orientation && (orientation->number == 6 || orientation->number == 2)) turned = id;
+    }
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    if (!turned || videos.empty() || FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site))) {
+        if (root) root->Release();
+        return;
+    }
+    struct Shown {
+        const wchar_t* operation;
+        const wchar_t* picture;
+        kxhost::ItemId item;
+        const std::vector<kxhost::ItemId>* view;
+        int close;
+    } dialogs[] = {
+        {L"ShowImagePropertyDialog", L"image-properties.png", turned, &pictures, 10035},
+        {L"ShowVideoPropertyDialog", L"video-properties.png", videos[0], &videos, 1074},
+    };
+    for (const Shown& d : dialogs) {
+        LONG current = 0;
+        while ((*d.view)[static_cast<size_t>(current)] != d.item) ++current;
+        lib.SetView(*d.view, current);
+        KxPidl item = lib.NewPidl(d.item);
+        const std::wstring picture = demo.headless ? demo.outDir + L"\\" + d.picture : std::wstring();
+        HRESULT hr;
+        bool written = false;
+        {
+            std::unique_ptr<DemoAutopilot> pilot;
+            if (demo.headless) pilot.reset(new DemoAutopilot(picture, d.close));
+            hr = d.close == 1074 ? demo.res->ShowVideoPropertyDialog(nullptr, site, root, item)
+                                 : demo.res->ShowImagePropertyDialog(nullptr, site, root, item);
+            written = pilot && pilot->pictureWritten();
+        }
+        CoTaskMemFree(item);
+        Say(L"%s(\"%s\") -> 0x%08lx%s%s", d.operation, lib.NameOf(d.item).c_str(), static_cast<unsigned long>(hr),
+            written ? L", picture " : L"", written ? d.picture : L"");
+    }
+    site->Release();
+    root->Release();
+}
+
 struct DemoStep {
     const wchar_t* name;
     void (*run)(DemoContext& demo);
@@ -314,6 +367,7 @@ const DemoStep kDemoSteps[] = {
     {L"add to playlist or slideshow", ShowAddToDialogs},
     {L"balloon tips", ShowBalloonTips},
     {L"name dialog", ShowNameDialogs},
+    {L"image and video properties", ShowPropertyDialogs},
 };
 
 }  // namespace

@@ -1,10 +1,13 @@
-// ShowVideoPropertyDialog of IKxCommonResource.
+// ShowVideoPropertyDialog of IKxCommonResource: runs the dialog and answers what it kept in its
+// result; closing it is not a cancel, since it changes nothing.
 #include "imaging/win32/operations.h"
 
+#include "imaging/win32/dlg_video_property.h"
 #include "ui/module_state.h"
 
-HRESULT RunVideoPropertyDialog(KxComResPlginPluginObj&, HWND, IKxContentSite*, IKxContentFolder*, KxPcPidl) {
+HRESULT RunVideoPropertyDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSite* pSite, IKxContentFolder* pFolder, KxPcPidl item) {
     CKxManageState state;
-    // The video properties dialog is not built yet.
-    return E_NOTIMPL;
+    CDlgVideoProperty dlg(pSite, pFolder, item, CWnd::FromHandle(hwndParent));
+    dlg.DoModal();
+    return dlg.Result();
 }

@@ -1,0 +1,99 @@
+// Reading, showing and walking of the image properties dialog.
+#include "imaging/image_property_model.h"
+
+#include "library/interface_release.h"
+
+namespace {
+const SIZE kPreviewRequest = {150, 150};
+}
+
+CImagePropertyModel::CImagePropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item,
+                                         IImagePropertyControls& controls, IKxPropertyTextSource& texts)
+    : m_pSite(site), m_pFolder(folder), m_item(item), m_controls(controls), m_textSource(texts) {}
+
+CImagePropertyModel::~CImagePropertyModel() { Release(); }
+
+void CImagePropertyModel::FreePreviewSource() {
+    CoTaskMemFree(m_previewPath);
+    m_previewPath = nullptr;
+    if (m_hPreviewSource) m_controls.DeleteBitmap(m_hPreviewSource);
+    m_hPreviewSource = nullptr;
+}
+
+HRESULT CImagePropertyModel::ReadImageProperties(KxPcPidl item) {
+    m_texts.Clear();
+    m_orientation = -1;
+    if (!item || !m_pFolder) return E_POINTER;
+
+    const HWND owner = m_controls.OwnerWindow();
+    void* object = nullptr;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, &object)) || !object) {
+        return m_hrResult = E_POINTER;
+    }
+    IKxItemProperties* properties = static_cast<IKxItemProperties*>(object);
+    object = nullptr;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, &object)) || !object) {
+        properties->Release();
+        return m_hrResult = E_POINTER;
+    }
+    IKxItemPreview* preview = static_cast<IKxItemPreview*>(object);
+
+    FreePreviewSource();
+    DWORD kind = 0;
+    const HRESULT source = preview->GetPreviewSource(&kind, &m_previewPath);
+    if (source != S_OK || kind == KX_PREVIEW_BITMAP) {
+        // Kind 2 asks for a bitmap; a failed answer gives no picture. Either way the string goes.
+        CoTaskMemFree(m_previewPath);
+        m_previewPath = nullptr;
+    }
+    if (source == S_OK && kind == KX_PREVIEW_BITMAP) {
+        HBITMAP bitmap = nullptr;
+        if (preview->GetPreviewBitmap(&kPreviewRequest, &bitmap) == S_OK) {
+            m_hPreviewSource = bitmap;
+        } else if (bitmap) {
+            m_controls.DeleteBitmap(bitmap);
+        }
+    }
+
+    LONG orientation = -1;
+    const HRESULT hr = KxReadImagePropertyTexts(properties, item, m_textSource, m_texts, &orientation);
+    m_orientation = orientation;
+    preview->Release();
+    properties->Release();
+    return hr;
+}
+
+void CImagePropertyModel::ShowImageProperties() {
+    m_rows.clear();
+    const int rotateFlip = KxRotateFlipForOrientation(m_orientation);
+    LONG width = 0, height = 0;
+    bool made = false;
+    if (m_previewPath && m_previewPath[0]) {
+        made = m_controls.LoadPreviewFromFile(m_previewPath, rotateFlip, &width, &height);
+    } else if (m_hPreviewSource) {
+        made = m_controls.LoadPreviewFromBitmap(m_hPreviewSource, rotateFlip, &width, &height);
+    }
+    if (made) {
+        m_texts.field[KxImageFieldWidth] = KxFormatPixelsText(width, m_textSource);
+        m_texts.field[KxImageFieldHeight] = KxFormatPixelsText(height, m_textSource);
+    }
+    KxBuildImageRows(m_texts, m_textSource, m_rows);
+    m_controls.SetRowCount(static_cast<int>(m_rows.size()));
+    m_walk.SetButtons(m_controls);
+}
+
+void CImagePropertyModel::MoveToItem(bool previous) {
+    if (!m_walk.Step(previous, true, m_controls)) return;
+    if (SUCCEEDED(ReadImageProperties(m_walk.m_currentItem))) {
+        ShowImageProperties();
+    } else {
+        m_rows.clear();  // the list goes empty; the preview stays
+        m_controls.SetRowCount(0);
+    }
+}
+
+void CImagePropertyModel::Release() {
+    FreePreviewSource();
+    m_rows.clear();
+    m_walk.Release();
+}
