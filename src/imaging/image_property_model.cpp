@@ -1,7 +1,8 @@
 // Reading, showing and walking of the image properties dialog.
 #include "imaging/image_property_model.h"
 
-#include "library/interface_release.h"
+#include "base/owners.h"
+
 
 namespace {
 const SIZE kPreviewRequest = {150, 150};
@@ -26,17 +27,14 @@ HRESULT CImagePropertyModel::ReadImageProperties(KxPcPidl item) {
     if (!item || !m_pFolder) return E_POINTER;
 
     const HWND owner = m_controls.OwnerWindow();
-    void* object = nullptr;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, &object)) || !object) {
+    // An object handed out with a failure is released by its owner all the same.
+    CKxComPtr<IKxItemProperties> properties;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, properties.PutVoid())) ||
+        !properties)
         return m_hrResult = E_POINTER;
-    }
-    IKxItemProperties* properties = static_cast<IKxItemProperties*>(object);
-    object = nullptr;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, &object)) || !object) {
-        properties->Release();
+    CKxComPtr<IKxItemPreview> preview;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, preview.PutVoid())) || !preview)
         return m_hrResult = E_POINTER;
-    }
-    IKxItemPreview* preview = static_cast<IKxItemPreview*>(object);
 
     FreePreviewSource();
     DWORD kind = 0;
@@ -56,10 +54,8 @@ HRESULT CImagePropertyModel::ReadImageProperties(KxPcPidl item) {
     }
 
     LONG orientation = -1;
-    const HRESULT hr = KxReadImagePropertyTexts(properties, item, m_textSource, m_texts, &orientation);
+    const HRESULT hr = KxReadImagePropertyTexts(properties.Get(), item, m_textSource, m_texts, &orientation);
     m_orientation = orientation;
-    preview->Release();
-    properties->Release();
     return hr;
 }
 

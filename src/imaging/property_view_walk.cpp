@@ -1,7 +1,6 @@
 // Previous and Next through the host's view.
 #include "imaging/property_view_walk.h"
 
-#include "library/interface_release.h"
 
 namespace {
 const UINT kVirtualKeyLeft = 0x25, kVirtualKeyRight = 0x27;
@@ -9,19 +8,18 @@ const UINT kVirtualKeyLeft = 0x25, kVirtualKeyRight = 0x27;
 
 void CPropertyViewWalk::Connect(IKxContentSite* site) {
     Release();
-    void* view = nullptr;
-    if (!site || FAILED(site->QueryService(IID_IKxContentView, 0, 0, &view)) || !view) return;
-    m_view = static_cast<IKxContentView*>(view);
-    void* cursor = nullptr;
-    if (SUCCEEDED(m_view->QueryInterface(IID_IKxItemCursor, &cursor)))
-        m_cursor = static_cast<IKxItemCursor*>(cursor);
+    if (!site || FAILED(site->QueryService(IID_IKxContentView, 0, 0, m_view.PutVoid())) || !m_view) {
+        m_view.Reset();
+        return;
+    }
+    if (FAILED(m_view->QueryInterface(IID_IKxItemCursor, m_cursor.PutVoid()))) m_cursor.Reset();
 }
 
 void CPropertyViewWalk::Release() {
     CoTaskMemFree(m_currentItem);
     m_currentItem = nullptr;
-    KxReleaseAndNull(m_cursor);
-    KxReleaseAndNull(m_view);
+    m_cursor.Reset();
+    m_view.Reset();
 }
 
 void CPropertyViewWalk::SetButtons(IPropertyWalkControls& controls) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "kx/KxContentTree.h"
+#include "base/owners.h"
 
 // What the walk needs of a dialog's Previous and Next buttons.
 class IPropertyWalkControls {
@@ -39,8 +40,8 @@ public:
     // direction.
     bool Step(bool previous, bool checkBounds, IPropertyWalkControls& controls);
 
-    IKxContentView* m_view = nullptr;
-    IKxItemCursor* m_cursor = nullptr;
+    CKxComPtr<IKxContentView> m_view;
+    CKxComPtr<IKxItemCursor> m_cursor;
     KxPidl m_currentItem = nullptr;  // owned
     LONG m_currentIndex = -1;
 };

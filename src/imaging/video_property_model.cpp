@@ -1,6 +1,8 @@
 // Reading and walking of the video properties dialog.
 #include "imaging/video_property_model.h"
 
+#include "base/owners.h"
+
 namespace {
 const SIZE kPreviewRequest = {150, 150};
 // The rows in the order in which a read fills them; row 2 stays empty.
@@ -14,18 +16,16 @@ CVideoPropertyModel::CVideoPropertyModel(IKxContentSite* site, IKxContentFolder*
 HRESULT CVideoPropertyModel::ReadVideoProperties(KxPcPidl item) {
     if (!item || !m_pFolder || !m_pSite) return E_POINTER;
     const HWND owner = m_controls.OwnerWindow();
-    void* object = nullptr;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, &object)) || !object)
+    // An object handed out with a failure is released by its owner all the same.
+    CKxComPtr<IKxItemProperties> properties;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, properties.PutVoid())) ||
+        !properties)
         return m_hrResult = E_POINTER;
-    IKxItemProperties* properties = static_cast<IKxItemProperties*>(object);
-    object = nullptr;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, &object)) || !object) {
-        properties->Release();
+    CKxComPtr<IKxItemPreview> preview;
+    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, preview.PutVoid())) || !preview)
         return m_hrResult = E_POINTER;
-    }
-    IKxItemPreview* preview = static_cast<IKxItemPreview*>(object);
 
-    const HRESULT hr = KxReadVideoPropertyTexts(properties, item, m_textSource, m_texts);
+    const HRESULT hr = KxReadVideoPropertyTexts(properties.Get(), item, m_textSource, m_texts);
     if (hr == S_OK || hr == S_FALSE) {
         for (int row : kFilledRows) m_controls.SetRowValue(row, m_texts.row[row].c_str());
     }
@@ -42,8 +42,6 @@ HRESULT CVideoPropertyModel::ReadVideoProperties(KxPcPidl item) {
         m_controls.ShowVideoFallback();
     }
     m_walk.SetButtons(m_controls);
-    preview->Release();
-    properties->Release();
     return hr;
 }
 

@@ -2,7 +2,7 @@
 // Previous and Next through the host's view. The model reads and decides; the window shows.
 #pragma once
 
-#include "frame/hook_wnd.h"
+#include "frame/skin_client.h"
 #include "frame/skin_files.h"
 #include "imaging/image_property_model.h"
 #include "imaging/win32/property_preview.h"
