@@ -53,7 +53,7 @@ void KxInsertPropertyColumns(HWND list, IKxPropertyTextSource& texts, int firstW
 
 CDlgImageProperty::CDlgImageProperty(IKxContentSite* pSite, IKxContentFolder* pFolder, KxPcPidl item,
                                      CWnd* pParentWnd)
-    : CDialog(IDD, pParentWnd), m_model(pSite, pFolder, item, *this, m_texts), m_preview(*this, IDC_PREVIEW) {}
+    : CKxSkinnedDialog(IDD, pParentWnd), m_model(pSite, pFolder, item, *this, m_texts), m_preview(*this, IDC_PREVIEW) {}
 
 CDlgImageProperty::~CDlgImageProperty() = default;
 
@@ -66,9 +66,7 @@ BOOL CDlgImageProperty::OnInitDialog() {
     }
     SetDlgItemText(IDC_HEADING, m_texts.LoadText(kStringHeading).c_str());
 
-    WCHAR skinPath[MAX_PATH] = {};
-    KxGetSkinPackagePath(skinPath);
-    m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);  // the platform look if it fails
+    AttachSkin();  // the platform look if it fails
 
     const HWND list = ::GetDlgItem(m_hWnd, IDC_LIST);
     ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, kListStyles, kListStyles);
@@ -127,7 +125,6 @@ BOOL CDlgImageProperty::PreTranslateMessage(MSG* pMsg) {
 void CDlgImageProperty::OnDestroy() {
     m_preview.Free();
     m_model.Release();
-    m_hookWnd.Detach();
     CDialog::OnDestroy();
 }
 

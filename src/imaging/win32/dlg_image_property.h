@@ -2,14 +2,14 @@
 // Previous and Next through the host's view. The model reads and decides; the window shows.
 #pragma once
 
-#include "frame/skin_client.h"
-#include "frame/skin_files.h"
+#include "frame/win32/skinned_dialog.h"
+#include "resources/dialogs/template_ids.h"
 #include "imaging/image_property_model.h"
 #include "imaging/win32/property_preview.h"
 #include "imaging/win32/property_texts.h"
 #include "ui/dialog.h"
 
-class CDlgImageProperty : public CDialog, private IImagePropertyControls {
+class CDlgImageProperty : public CKxSkinnedDialog, private IImagePropertyControls {
 public:
     enum { IDD = KX_IDD_IMAGEPROPERTY };
     enum : int {
@@ -50,7 +50,6 @@ private:
     CKxPropertyTexts m_texts;
     CImagePropertyModel m_model;
     CPropertyPreview m_preview;
-    HookWndWC m_hookWnd;
     BOOL m_bFirstShow = TRUE;
 };
 

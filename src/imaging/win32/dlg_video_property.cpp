@@ -18,7 +18,7 @@ const int kLabelColumnChange = -10;
 
 CDlgVideoProperty::CDlgVideoProperty(IKxContentSite* pSite, IKxContentFolder* pFolder, KxPcPidl item,
                                      CWnd* pParentWnd)
-    : CDialog(IDD, pParentWnd), m_model(pSite, pFolder, item, *this, m_texts), m_preview(*this, IDC_PREVIEW) {}
+    : CKxSkinnedDialog(IDD, pParentWnd), m_model(pSite, pFolder, item, *this, m_texts), m_preview(*this, IDC_PREVIEW) {}
 
 CDlgVideoProperty::~CDlgVideoProperty() = default;
 
@@ -30,9 +30,7 @@ BOOL CDlgVideoProperty::OnInitDialog() {
         return TRUE;
     }
     SetDlgItemText(IDC_HEADING, m_texts.LoadText(kStringHeading).c_str());
-    WCHAR skinPath[MAX_PATH] = {};
-    KxGetSkinPackagePath(skinPath);
-    m_hookWnd.AttachDialog(m_hWnd, KxSkinDescriptionFile(IDD), skinPath);  // the platform look if it fails
+    AttachSkin();  // the platform look if it fails
     m_model.m_walk.Connect(m_model.m_pSite);
     if (CWnd* next = GetDlgItem(IDC_NEXT)) next->SetFocus();
     return FALSE;
@@ -102,7 +100,6 @@ BOOL CDlgVideoProperty::PreTranslateMessage(MSG* pMsg) {
 
 void CDlgVideoProperty::OnDestroy() {
     m_preview.Free();
-    m_hookWnd.Detach();
     CDialog::OnDestroy();
     m_model.m_walk.Release();
 }

@@ -2,14 +2,14 @@
 // with Previous and Next through the host's view. The model reads and decides; the window shows.
 #pragma once
 
-#include "frame/skin_client.h"
-#include "frame/skin_files.h"
+#include "frame/win32/skinned_dialog.h"
+#include "resources/dialogs/template_ids.h"
 #include "imaging/video_property_model.h"
 #include "imaging/win32/property_preview.h"
 #include "imaging/win32/property_texts.h"
 #include "ui/dialog.h"
 
-class CDlgVideoProperty : public CDialog, private IVideoPropertyControls {
+class CDlgVideoProperty : public CKxSkinnedDialog, private IVideoPropertyControls {
 public:
     enum { IDD = KX_IDD_VIDEOPROPERTY };
     enum : int {
@@ -53,7 +53,6 @@ private:
     CKxPropertyTexts m_texts;
     CVideoPropertyModel m_model;
     CPropertyPreview m_preview;
-    HookWndWC m_hookWnd;
     BOOL m_bFirstShow = TRUE;
     LONG m_nPreviewWidth = 0, m_nPreviewHeight = 0;
 };

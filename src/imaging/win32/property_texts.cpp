@@ -2,13 +2,9 @@
 
 #include <shlwapi.h>
 
-#include "ui/module_state.h"
+#include "ui/resource_string.h"
 
-std::wstring CKxPropertyTexts::LoadText(UINT id) {
-    const wchar_t* text = nullptr;
-    const int n = LoadStringW(KxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
-    return n > 0 && text ? std::wstring(text, static_cast<size_t>(n)) : std::wstring();
-}
+std::wstring CKxPropertyTexts::LoadText(UINT id) { return KxLoadResourceString(id); }
 
 std::wstring CKxPropertyTexts::FormatByteSize(ULONGLONG bytes) {
     WCHAR text[260] = {};
