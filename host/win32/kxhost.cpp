@@ -286,9 +286,15 @@ void ShowNameDialogs(DemoContext& demo) {
             if (demo.headless) {
                 pilot.reset(new DemoAutopilot(picture, n.button));
                 if (const wchar_t* typed = n.typed) {
-                    pilot->BeforePicture([typed](HWND dlg) {
+                    const std::wstring tipPicture = demo.outDir + L"\\name-rename-year-tip.png";
+                    pilot->BeforePicture([typed, tipPicture](HWND dlg) {
                         SetDlgItemTextW(dlg, 10001, typed);
                         SendMessageW(GetDlgItem(dlg, 1), BM_CLICK, 0, 0);
+                        // OK refused the name with a balloon tip at the field: picture it too
+                        if (HWND bubble = FindBubble()) {
+                            if (CaptureWindowToPng(bubble, tipPicture.c_str()))
+                                Say(L"year tip up, picture name-rename-year-tip.png");
+                        }
                     });
                 }
             }

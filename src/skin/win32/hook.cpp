@@ -252,7 +252,33 @@ COLORREF Hook::TextColour(HWND child) const {
     return ToColorRef(m_kind == Kind::Popup ? m_popupText : m_skin.TextColour(GetDlgCtrlID(child)));
 }
 
-LRESULT CALLBACK Hook::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR data) {
+namespace {
+
+using SubclassBody = LRESULT (*)(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+LRESULT RunGuarded(SubclassBody body, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
+    try {
+        return body(hwnd, msg, wp, lp, id, data);
+    } catch (...) {
+        return DefSubclassProc(hwnd, msg, wp, lp);
+    }
+}
+
+}  // namespace
+
+LRESULT CALLBACK Hook::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
+    return RunGuarded(&DialogBody, hwnd, msg, wp, lp, id, data);
+}
+
+LRESULT CALLBACK Hook::PopupProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
+    return RunGuarded(&PopupBody, hwnd, msg, wp, lp, id, data);
+}
+
+LRESULT CALLBACK Hook::StaticProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
+    return RunGuarded(&StaticBody, hwnd, msg, wp, lp, id, data);
+}
+
+LRESULT Hook::DialogBody(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR data) {
     Hook* hook = reinterpret_cast<Hook*>(data);
     switch (msg) {
     case WM_ERASEBKGND:
@@ -305,7 +331,7 @@ void Hook::Reshape() {
         if (!SetWindowRgn(m_window, region, TRUE)) DeleteObject(region);
 }
 
-LRESULT CALLBACK Hook::PopupProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR data) {
+LRESULT Hook::PopupBody(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR data) {
     Hook* hook = reinterpret_cast<Hook*>(data);
     switch (msg) {
     case WM_ERASEBKGND:

@@ -56,9 +56,14 @@ public:
 private:
     enum class Kind { None, Dialog, Popup };
 
+    // The subclass procedures: each runs its body and lets no exception out into the window
+    // manager (the message then gets the window's own handling).
     static LRESULT CALLBACK DialogProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     static LRESULT CALLBACK PopupProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     static LRESULT CALLBACK StaticProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT DialogBody(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT PopupBody(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT StaticBody(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     static BOOL CALLBACK CollectChild(HWND child, LPARAM self);
 
     bool Subclass(HWND hwnd, SUBCLASSPROC proc, DWORD_PTR data);

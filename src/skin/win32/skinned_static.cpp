@@ -60,7 +60,7 @@ void Hook::PaintStatic(SkinnedStatic& s, HDC dc) {
     SelectObject(dc, old);
 }
 
-LRESULT CALLBACK Hook::StaticProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
+LRESULT Hook::StaticBody(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR data) {
     SkinnedStatic& s = *reinterpret_cast<SkinnedStatic*>(data);
     Hook* hook = s.hook;
     if (msg == g_staticMessage && g_staticMessage) {
