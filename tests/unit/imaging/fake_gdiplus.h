@@ -107,9 +107,15 @@ public:
     kxgdip::Status GdipGetImageHeight(kxgdip::GpImage* image, UINT* height) override;
     kxgdip::Status GdipGetImageGraphicsContext(kxgdip::GpImage* image, kxgdip::GpGraphics** graphics) override;
     kxgdip::Status GdipDeleteGraphics(kxgdip::GpGraphics* graphics) override;
-    kxgdip::Status GdipSetPixelOffsetMode(kxgdip::GpGraphics* g, int mode) override { return Quality(GdipOp::SetPixelOffset, g, mode); }
-    kxgdip::Status GdipSetSmoothingMode(kxgdip::GpGraphics* g, int mode) override { return Quality(GdipOp::SetSmoothing, g, mode); }
-    kxgdip::Status GdipSetInterpolationMode(kxgdip::GpGraphics* g, int mode) override { return Quality(GdipOp::SetInterpolation, g, mode); }
+    kxgdip::Status GdipSetPixelOffsetMode(kxgdip::GpGraphics* g, int mode) override {
+        return Quality(GdipOp::SetPixelOffset, g, mode);
+    }
+    kxgdip::Status GdipSetSmoothingMode(kxgdip::GpGraphics* g, int mode) override {
+        return Quality(GdipOp::SetSmoothing, g, mode);
+    }
+    kxgdip::Status GdipSetInterpolationMode(kxgdip::GpGraphics* g, int mode) override {
+        return Quality(GdipOp::SetInterpolation, g, mode);
+    }
     kxgdip::Status GdipDrawImageRectI(kxgdip::GpGraphics* graphics, kxgdip::GpImage* image, INT x, INT y, INT width,
                                       INT height) override;
     kxgdip::Status GdipSaveImageToFile(kxgdip::GpImage* image, const WCHAR* fileName, const CLSID* encoder,
