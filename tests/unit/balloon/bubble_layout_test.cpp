@@ -143,17 +143,13 @@ TEST(BubbleLayout, TextThatCannotBeMeasuredFallsBackTo16And14) {
 }
 
 TEST(BubblePicture, FlagsPickThePrefixAndTheCornerTheSuffix) {
-    struct Row { UINT flags; bool right, down; const char* name; } rows[] = {
-        {0x10, true, true, "ESpeechBubble.png"},   {0x10, true, false, "ESpeechBubbleLB.png"},
-        {0x10, false, true, "ESpeechBubbleRT.png"}, {0x10, false, false, "ESpeechBubbleBR.png"},
-        {0x30, true, true, "SpeechBubble.png"},    {0x30, true, false, "SpeechBubbleLB.png"},
-        {0x30, false, true, "SpeechBubbleRT.png"},  {0x30, false, false, "SpeechBubbleBR.png"},
-        {0x40, true, true, "ISpeechBubble.png"},   {0x40, true, false, "ISpeechBubbleLB.png"},
-        {0x40, false, true, "ISpeechBubbleRT.png"}, {0x40, false, false, "ISpeechBubbleBR.png"},
-        {0, true, true, "ISpeechBubble.png"},      {0x50, true, true, "ISpeechBubble.png"},
-        {0x31, true, true, "ISpeechBubble.png"},
-    };
-    for (const Row& r : rows) EXPECT_STREQ(r.name, BubblePictureName(r.flags, r.right, r.down)) << r.flags;
+    const std::pair<UINT, std::string> kinds[] = {{0x10, "E"}, {0x30, ""}, {0x40, "I"}, {0, "I"}, {0x50, "I"}, {0x31, "I"}};
+    const char* suffixes[2][2] = {{"BR", "RT"}, {"LB", ""}};  // [right][down]
+    for (const auto& k : kinds)
+        for (int right = 0; right < 2; ++right)
+            for (int down = 0; down < 2; ++down)
+                EXPECT_EQ(k.second + "SpeechBubble" + suffixes[right][down] + ".png",
+                          BubblePictureName(k.first, right != 0, down != 0)) << k.first;
 }
 
 TEST(BubblePlacement, ASkippedCheckZeroesBothPoints) {

@@ -98,13 +98,6 @@ TEST(NameDialogModel, ATypedCharacterPastTheLimitIsTakenBackAPasteStaysUntilOk) 
     EXPECT_EQ(L"short", model.m_strName);
 }
 
-TEST(NameDialogModel, TextsOfUnknownKindsAndModesAreRefused) {
-    NameDialogTexts t = {};
-    for (auto bad : {std::make_pair(0, 1), {15, 1}, {1, 0}, {1, 3}}) {
-        EXPECT_FALSE(NameDialogTextsFor(bad.first, bad.second, &t));
-    }
-}
-
 // A tip whose Show fails (no skin package) is released and made again at the next complaint.
 struct FailingTip : IKxBalloonTip {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOTIMPL; }

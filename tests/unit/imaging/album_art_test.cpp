@@ -198,15 +198,6 @@ TEST_F(AlbumArtTest, LeftoverTemporaryCopyIsCleared) {
     EXPECT_EQ(90u, Stored(bytes, size).height);
 }
 
-TEST_F(AlbumArtTest, ClearingKeepsHiddenButDeletes) {
-    TestArt art(gdip, files);
-    ASSERT_TRUE(WriteBytes(NativeOf("t.jpg"), {1}));
-    ASSERT_TRUE(files.SetFileAttributesW(PathOf("t.jpg").c_str(), kFileAttributeReadOnly | kFileAttributeHidden));
-    EXPECT_FALSE(files.DeleteFileW(PathOf("t.jpg").c_str())) << "read-only files resist a plain delete";
-    art.ClearTempFile(PathOf("t.jpg").c_str());
-    art.ClearTempFile(PathOf("absent.jpg").c_str());
-}
-
 // Bad input: no crash, false, nothing left behind, nothing leaked.
 TEST_F(AlbumArtTest, BadInput) {
     ASSERT_TRUE(WriteBytes(NativeOf("text.png"), {'h', 'e', 'l', 'l', 'o'}));

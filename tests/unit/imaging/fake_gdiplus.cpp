@@ -148,18 +148,7 @@ HBITMAP FakeGdiplus::MakeHBITMAP(const FakePicture& picture) {
     return handle;
 }
 
-void FakeGdiplus::DeleteHBITMAP(HBITMAP handle) {
-    m_handles.erase(handle);
-    m_madeHandles.erase(handle);
-}
-
-IStream* FakeGdiplus::MakeStream(const std::vector<BYTE>& bytes) {
-    IStream* stream = reinterpret_cast<IStream*>(m_nextHandle += 0x10);
-    m_streams[stream] = bytes;
-    return stream;
-}
-
-void FakeGdiplus::ReleaseStream(IStream* stream) { m_streams.erase(stream); }
+void FakeGdiplus::DeleteHBITMAP(HBITMAP handle) { m_handles.erase(handle); }
 
 UINT FakeGdiplus::EncodersBytes() const {
     size_t bytes = 0;
@@ -237,18 +226,6 @@ Status FakeGdiplus::GdipCreateBitmapFromFile(const WCHAR* fileName, GpImage** bi
     return Ok;
 }
 
-Status FakeGdiplus::GdipCreateBitmapFromStream(IStream* stream, GpImage** bitmap) {
-    if (!bitmap) return InvalidParameter;
-    *bitmap = nullptr;
-    if (Status s = Enter(GdipOp::FromStream)) return s;
-    auto it = m_streams.find(stream);
-    if (it == m_streams.end()) return InvalidParameter;
-    FakePicture picture;
-    if (!DecodeFakePicture(it->second, &picture)) return OutOfMemory;
-    *bitmap = NewImage(picture);
-    return Ok;
-}
-
 Status FakeGdiplus::GdipCreateBitmapFromHBITMAP(HBITMAP source, GpImage** bitmap) {
     if (!bitmap) return InvalidParameter;
     *bitmap = nullptr;
@@ -285,28 +262,22 @@ Status FakeGdiplus::GdipDisposeImage(GpImage* image) {
     return Ok;
 }
 
+template <class T>
+Status FakeGdiplus::Read(GdipOp op, GpImage* image, T* out, T FakePicture::*field) {
+    if (Status s = Enter(op)) return s;
+    FakePicture* picture = Image(image);
+    if (!picture || !out) return InvalidParameter;
+    *out = picture->*field;
+    return Ok;
+}
 Status FakeGdiplus::GdipGetImageRawFormat(GpImage* image, GUID* format) {
-    if (Status s = Enter(GdipOp::RawFormat)) return s;
-    FakePicture* picture = Image(image);
-    if (!picture || !format) return InvalidParameter;
-    *format = picture->format;
-    return Ok;
+    return Read(GdipOp::RawFormat, image, format, &FakePicture::format);
 }
-
 Status FakeGdiplus::GdipGetImageWidth(GpImage* image, UINT* width) {
-    if (Status s = Enter(GdipOp::Width)) return s;
-    FakePicture* picture = Image(image);
-    if (!picture || !width) return InvalidParameter;
-    *width = picture->width;
-    return Ok;
+    return Read(GdipOp::Width, image, width, &FakePicture::width);
 }
-
 Status FakeGdiplus::GdipGetImageHeight(GpImage* image, UINT* height) {
-    if (Status s = Enter(GdipOp::Height)) return s;
-    FakePicture* picture = Image(image);
-    if (!picture || !height) return InvalidParameter;
-    *height = picture->height;
-    return Ok;
+    return Read(GdipOp::Height, image, height, &FakePicture::height);
 }
 
 Status FakeGdiplus::GdipGetImageGraphicsContext(GpImage* image, GpGraphics** graphics) {
@@ -326,21 +297,9 @@ Status FakeGdiplus::GdipDeleteGraphics(GpGraphics* graphics) {
     return Ok;
 }
 
-Status FakeGdiplus::GdipSetPixelOffsetMode(GpGraphics* graphics, int mode) {
-    qualitySettings.emplace_back(GdipOp::SetPixelOffset, mode);
-    if (Status s = Enter(GdipOp::SetPixelOffset)) return s;
-    return m_graphics.count(reinterpret_cast<Graphics*>(graphics)) ? Ok : InvalidParameter;
-}
-
-Status FakeGdiplus::GdipSetSmoothingMode(GpGraphics* graphics, int mode) {
-    qualitySettings.emplace_back(GdipOp::SetSmoothing, mode);
-    if (Status s = Enter(GdipOp::SetSmoothing)) return s;
-    return m_graphics.count(reinterpret_cast<Graphics*>(graphics)) ? Ok : InvalidParameter;
-}
-
-Status FakeGdiplus::GdipSetInterpolationMode(GpGraphics* graphics, int mode) {
-    qualitySettings.emplace_back(GdipOp::SetInterpolation, mode);
-    if (Status s = Enter(GdipOp::SetInterpolation)) return s;
+Status FakeGdiplus::Quality(GdipOp op, GpGraphics* graphics, int mode) {
+    qualitySettings.emplace_back(op, mode);
+    if (Status s = Enter(op)) return s;
     return m_graphics.count(reinterpret_cast<Graphics*>(graphics)) ? Ok : InvalidParameter;
 }
 
@@ -425,23 +384,6 @@ Status FakeGdiplus::GdipSetPropertyItem(GpImage* image, const PropertyItem* item
         }
     }
     picture->properties.push_back(property);
-    return Ok;
-}
-
-Status FakeGdiplus::GdipCreateHBITMAPFromBitmap(GpImage* bitmap, HBITMAP* result, DWORD) {
-    if (Status s = Enter(GdipOp::CreateHBITMAP)) return s;
-    FakePicture* picture = Image(bitmap);
-    if (!picture || !result) return InvalidParameter;
-    *result = MakeHBITMAP(*picture);
-    m_madeHandles.insert(*result);
-    return Ok;
-}
-
-Status FakeGdiplus::GdipImageRotateFlip(GpImage* image, int rotateFlipType) {
-    if (Status s = Enter(GdipOp::RotateFlip)) return s;
-    FakePicture* picture = Image(image);
-    if (!picture || rotateFlipType < 0 || rotateFlipType > 7) return InvalidParameter;
-    if (rotateFlipType % 2 == 1) std::swap(picture->width, picture->height);  // the quarter turns
     return Ok;
 }
 

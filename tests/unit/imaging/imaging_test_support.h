@@ -32,7 +32,6 @@ protected:
         EXPECT_EQ(0, gdip.LiveGraphics()) << "drawing surfaces leaked";
         EXPECT_EQ(0, gdip.LiveBlocks()) << "platform blocks leaked";
         EXPECT_EQ(0, gdip.LiveTokens()) << "the platform was left started";
-        EXPECT_EQ(0, gdip.LiveHBITMAPs()) << "bitmap handles leaked";
         EXPECT_EQ(m_taskMem, kxcompat::LiveTaskMemBlocks()) << "CoTaskMem blocks leaked";
         EXPECT_EQ(keptFiles, files.Files()) << "files left in the temp folder";
     }

@@ -77,9 +77,4 @@ HWND HostWindow(int x, int y, int w, int h) {
                            nullptr);
 }
 
-bool SameCounts(const ResourceCounts& a, const ResourceCounts& b) {
-    return a.windows == b.windows && a.gdiObjects == b.gdiObjects && a.userObjects == b.userObjects &&
-           a.taskMemBlocks == b.taskMemBlocks;
-}
-
 }  // namespace kxtest

@@ -33,7 +33,4 @@ bool PumpUntil(DWORD ms, bool (*done)());
 // A top-level window of the host at a given screen rectangle.
 HWND HostWindow(int x, int y, int w, int h);
 
-// Counts of windows, GDI and USER objects and CoTaskMem blocks, compared in one go.
-bool SameCounts(const ResourceCounts& a, const ResourceCounts& b);
-
 }  // namespace kxtest

@@ -188,4 +188,18 @@ ResourceCounts CountResources() {
     return c;
 }
 
+std::string Leftovers(const ResourceCounts& b) {
+    const ResourceCounts a = CountResources();
+    std::string s;
+    auto add = [&](const char* what, long before, long after) {
+        if (before != after)
+            s += std::string(what) + " " + std::to_string(before) + " -> " + std::to_string(after) + "; ";
+    };
+    add("windows", b.windows, a.windows);
+    add("GDI objects", b.gdiObjects, a.gdiObjects);
+    add("USER objects", b.userObjects, a.userObjects);
+    add("CoTaskMem blocks", b.taskMemBlocks, a.taskMemBlocks);
+    return s;
+}
+
 }  // namespace kxtest

@@ -81,6 +81,8 @@ struct ResourceCounts {
     long taskMemBlocks;  // live CoTaskMem blocks counted by the host library's malloc spy
 };
 ResourceCounts CountResources();
+// What differs from `before`, each count named ("" when nothing was left behind).
+std::string Leftovers(const ResourceCounts& before);
 // Starts the host library's CoTaskMem audit once for the process; later calls do nothing.
 void WatchTaskMemory();
 

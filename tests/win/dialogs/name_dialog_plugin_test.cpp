@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "host/library/taskmem_audit.h"
@@ -71,10 +70,7 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        ResourceCounts a = CountResources(), &b = before;
-        EXPECT_EQ(std::tie(b.windows, b.gdiObjects, b.userObjects, b.taskMemBlocks),
-                  std::tie(a.windows, a.gdiObjects, a.userObjects, a.taskMemBlocks))
-            << "windows, GDI objects, USER objects and CoTaskMem blocks left behind";
+        EXPECT_EQ("", Leftovers(before));
         if (owner) DestroyWindow(owner);
         if (resource) resource->Release();
     }

@@ -41,29 +41,8 @@ TEST_F(WineImagingTest, RealFilesOpenWithTheirFormatAndSize) {
     }
 }
 
-TEST_F(WineImagingTest, PhotographResizedSavedAndReadBack) {
-    CGdiplusUtil util(gdip);
-    util.InitGdiplus();
-    CGdipBitmap* opened = nullptr;
-    DWORD code = 0;
-    ASSERT_EQ(S_OK, util.GdiplusFileOpen(&opened, &code, TestImage("large_image.jpg").c_str()));
-    KxBitmapPtr source(opened);
-    CGdipBitmap* resized = nullptr;
-    ASSERT_EQ(S_OK, util.ResizeImage(source.get(), &resized, 180, 180));
-    KxBitmapPtr dest(resized);
-    EXPECT_EQ(180u, dest->GetWidth());
-    EXPECT_EQ(120u, dest->GetHeight());  // 2268 x 1512
-    const std::wstring out = work + L"resized.jpg";
-    ASSERT_EQ(S_OK, util.GdiplusFileSave(dest.get(), out.c_str()));
-    UINT w = 0, h = 0;
-    ASSERT_TRUE(Describe(out, &w, &h, &code));
-    EXPECT_EQ((std::vector<UINT>{180, 120, 0x3801}), (std::vector<UINT>{w, h, code}));
-    // Saving where no file can be written answers the mapped status.
-    EXPECT_TRUE(FAILED(util.GdiplusFileSave(dest.get(), (work + L"no\\such\\folder\\x.jpg").c_str())));
-}
-
 // A JPEG within the box keeps its bytes; a PNG of the same picture is re-encoded at its size;
-// a 1000 x 500 JPEG becomes a 180 x 90 JPEG.
+// a 1000 x 500 JPEG becomes a 180 x 90 JPEG: opened, fitted, resized, saved and read back.
 TEST_F(WineImagingTest, PreparedArtBytes) {
     SaveResized(TestImage("branches.jpg"), 100, 100, 0x3801, work + L"small.jpg");
     SaveResized(TestImage("branches.jpg"), 100, 100, 0x380B, work + L"small.png");
@@ -162,18 +141,6 @@ TEST_F(WineImagingTest, SourceInTheTempFolderIsKept) {
     SetFileAttributesW(source.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-// A read-only copy left from before is cleared; the temp folder ends empty.
-TEST_F(WineImagingTest, LeftoverReadOnlyCopyIsCleared) {
-    AnswerNoMetadataAsWindows();
-    ASSERT_TRUE(PutFileBytes(files.folder + L"sample1.jpg", {1, 2, 3}));
-    SetFileAttributesW((files.folder + L"sample1.jpg").c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
-    CAlbumArt art(gdip, files);
-    BYTE* bytes = nullptr;
-    ULONG size = 0;
-    ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, TestImage("sample1.jpg").c_str(), 180, 135, 500, 375));
-    CoTaskMemFree(bytes);
-}
-
 // Bad input: the documented code, no crash, nothing left, nothing leaked.
 TEST_F(WineImagingTest, BadInput) {
     AnswerNoMetadataAsWindows();
@@ -221,35 +188,6 @@ TEST_F(WineImagingTest, BadInput) {
     EXPECT_EQ(FileBytes(TestImage("orientation_3.jpg")), std::vector<BYTE>(bytes, bytes + size));
     CoTaskMemFree(bytes);
     EXPECT_FALSE(CAlbumArt::IsAcceptedImageFile((longName + L"x").c_str()));
-}
-
-// A source of 259 characters whose temporary path would be longer: the copy is written under a
-// name cut to 259 characters ending in ".jpg", read back and deleted.
-TEST_F(WineImagingTest, OverLongTemporaryPathIsCutTo259) {
-    AnswerNoMetadataAsWindows();
-    const std::wstring deeper = files.folder + L"a-deeper-temp-folder\\";
-    ASSERT_TRUE(CreateDirectoryW(deeper.c_str(), nullptr));
-    std::wstring source = work;
-    source.append(259 - source.size() - 4, L's');
-    source += L".png";
-    SaveResized(TestImage("flowers_small.png"), 240, 160, 0x380B, source);
-    PrivateTempFiles deep;
-    deep.folder = deeper;
-    CAlbumArt art(gdip, deep);
-    std::wstring temp;
-    ASSERT_TRUE(art.BuildTempPath(source.c_str(), &temp));
-    EXPECT_EQ(259u, temp.size());
-    EXPECT_EQ(L".jpg", temp.substr(255));
-    BYTE* bytes = nullptr;
-    ULONG size = 0;
-    ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, source.c_str(), 180, 120, 240, 160));
-    UINT w = 0, h = 0;
-    DWORD code = 0;
-    EXPECT_TRUE(DescribeBytes(bytes, size, &w, &h, &code));
-    EXPECT_EQ((std::vector<UINT>{180, 120, 0x3801}), (std::vector<UINT>{w, h, code}));
-    CoTaskMemFree(bytes);
-    EXPECT_TRUE(FolderFiles(deeper).empty()) << "the temporary copy is gone";
-    RemoveDirectoryW(deeper.c_str());
 }
 
 // The pasted bitmap at its own size through "KxPastedDemo.jpg", deleted after the read.
