@@ -15,6 +15,15 @@ LRESULT CStaticExtension::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         AskParentForMenu();
         return result;
     }
+    case WM_KEYUP:
+        // The context-menu key is answered here and not passed on: the default handling of some
+        // platforms makes a WM_CONTEXTMENU of its release, others' (Wine's) do not, and the menu
+        // is to come exactly once on all of them.
+        if (wParam == VK_APPS) {
+            AskParentForMenu();
+            return 0;
+        }
+        return CStatic::WindowProc(message, wParam, lParam);
     case WM_CONTEXTMENU:
         // From the keyboard (the context-menu key, Shift+F10) the point is (-1, -1): that asks
         // for the menu. The one that follows the right button's release is taken here without
