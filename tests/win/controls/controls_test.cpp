@@ -174,16 +174,15 @@ TEST_F(Controls, FlatButtonRepaintsOnceOnEnteringAndWhenAWindowCoversIt) {
     auto invalid = [&] { return GetUpdateRect(button, &dirty, FALSE) != FALSE; };
     ASSERT_FALSE(invalid());
     const LPARAM inside = MAKELPARAM(5, 5);
+    SetCursorPos(315, 315);  // over the button, where the platform tracks the leaving
 
     button.SendMessage(WM_MOUSEMOVE, 0, inside);
     EXPECT_TRUE(button.IsHover());
     EXPECT_TRUE(invalid());
-    // WM_MOUSELEAVE was asked for: it is tracked, or already posted when the cursor is elsewhere
     TRACKMOUSEEVENT query = {sizeof(query), TME_QUERY, nullptr, 0};
     _TrackMouseEvent(&query);
-    MSG leave;
-    const bool posted = PeekMessageW(&leave, button, WM_MOUSELEAVE, WM_MOUSELEAVE, PM_REMOVE) != FALSE;
-    EXPECT_TRUE(posted || (query.hwndTrack == button.m_hWnd && (query.dwFlags & TME_LEAVE)));
+    EXPECT_EQ(button.m_hWnd, query.hwndTrack) << "WM_MOUSELEAVE is asked for";
+    EXPECT_TRUE(query.dwFlags & TME_LEAVE);
     ValidateRect(button, nullptr);
     button.SendMessage(WM_MOUSEMOVE, 0, inside);
     button.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(6, 7));
@@ -204,8 +203,11 @@ TEST_F(Controls, FlatButtonRepaintsOnceOnEnteringAndWhenAWindowCoversIt) {
     button.SendMessage(WM_MOUSEMOVE, 0, inside);
     ASSERT_TRUE(button.IsHover());
     ValidateRect(button, nullptr);
-    HWND cover = CreateWindowExW(WS_EX_TOPMOST, L"BUTTON", L"", WS_POPUP | WS_VISIBLE, 300, 300, 100, 100, nullptr,
-                                 nullptr, nullptr, nullptr);
+    // a sibling brought over the button
+    HWND cover = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, parent, nullptr, nullptr,
+                                 nullptr);
+    SetWindowPos(cover, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    ASSERT_EQ(cover, WindowFromPoint(POINT{315, 315}));
     button.SendMessage(WM_MOUSEMOVE, 0, inside);
     EXPECT_FALSE(button.IsHover()) << "a window over the button counts as leaving it";
     ::DestroyWindow(cover);
@@ -230,25 +232,33 @@ protected:
     }
 };
 
-TEST_F(Controls, ADialogHandsWmDrawItemToTheFlatButton) {
+// Run twice: the first run makes what the platform keeps for a dialog; the second is counted.
+TEST(FlatButtonInADialog, TheDialogHandsWmDrawItemToTheButton) {
     kxtest::FrameworkModule module;
     CKxManageState state;
-    CFlatButtonDialog dlg;
-    COLORREF drawn = kBackdrop;
-    LRESULT answer = 0;
-    kxtest::DialogDriver driver;
-    driver.Do([&](HWND dialog) {
-              Canvas canvas;
-              DRAWITEMSTRUCT dis = Record(GetDlgItem(dialog, 1029), canvas.dc(), 0);
-              answer = SendMessageW(dialog, WM_DRAWITEM, 1029, reinterpret_cast<LPARAM>(&dis));
-              drawn = canvas.at(4, 4);
-          })
-        .Click(KX_IDC_MSGBOX_FIRST)
-        .Close();
-    dlg.DoModal();
-    EXPECT_FALSE(driver.timedOut());
-    EXPECT_EQ(TRUE, answer);
-    EXPECT_EQ(kIconColor, drawn);
+    kxtest::ResourceCounts before{};
+    for (int run = 0; run < 2; ++run) {
+        if (run == 1) before = kxtest::CountResources();
+        CFlatButtonDialog dlg;
+        COLORREF drawn = kBackdrop;
+        LRESULT answer = 0;
+        kxtest::DialogDriver driver;
+        driver.Do([&](HWND dialog) {
+                  Canvas canvas;
+                  DRAWITEMSTRUCT dis = Record(GetDlgItem(dialog, 1029), canvas.dc(), 0);
+                  answer = SendMessageW(dialog, WM_DRAWITEM, 1029, reinterpret_cast<LPARAM>(&dis));
+                  drawn = canvas.at(4, 4);
+              })
+            .Close();
+        dlg.DoModal();
+        EXPECT_FALSE(driver.timedOut());
+        EXPECT_EQ(TRUE, answer);
+        EXPECT_EQ(kIconColor, drawn);
+        EXPECT_EQ(nullptr, dlg.m_flat.GetIcon()) << "gone with the window";
+    }
+    const kxtest::ResourceCounts after = kxtest::CountResources();
+    EXPECT_EQ(before.windows, after.windows);
+    EXPECT_EQ(before.gdiObjects, after.gdiObjects);
 }
 
 // A parent whose window object offers the art menu, and counts the context menus it receives.
