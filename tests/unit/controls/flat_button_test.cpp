@@ -1,5 +1,5 @@
-// The flat button's arithmetic and state: where the icon stands, which parts a drawing has, the
-// frame's edges and colours, and the hover tracking's repaints.
+// The flat button's arithmetic and state: where the icon stands, which parts a drawing has, and
+// the hover tracking's repaints. The frame's pixels are checked under Wine.
 #include <gtest/gtest.h>
 
 #include "controls/flat_button.h"
@@ -52,32 +52,6 @@ TEST(FlatButton, PlanByIconHoverFocusAndPress) {
     }
     const FlatButtonBits bits = FlatButtonBitsOf(0xFFFF);
     EXPECT_TRUE(bits.m_bFocus && bits.m_bDisabled && bits.m_bPressed);
-}
-
-TEST(FlatButton, FrameEdgesAndFocusPath) {
-    const RECT item = {10, 20, 50, 45};  // 40 by 25
-    FlatEdge raised[4], sunken[4];
-    FlatButtonEdges(item, false, raised);
-    FlatButtonEdges(item, true, sunken);
-    const RECT expected[4] = {{10, 20, 49, 21}, {10, 20, 11, 44}, {49, 20, 50, 45}, {10, 44, 50, 45}};
-    const int raisedColors[4] = {20, 20, 16, 16};
-    for (int i = 0; i < 4; ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(expected[i].left, raised[i].rect.left);
-        EXPECT_EQ(expected[i].top, raised[i].rect.top);
-        EXPECT_EQ(expected[i].right, raised[i].rect.right);
-        EXPECT_EQ(expected[i].bottom, raised[i].rect.bottom);
-        EXPECT_EQ(raisedColors[i], raised[i].color);
-        EXPECT_EQ(36 - raisedColors[i], sunken[i].color) << "pressed swaps the two colours";
-        EXPECT_EQ(raised[i].rect.right, sunken[i].rect.right) << "the frame stays where it is";
-    }
-    POINT path[5];
-    FlatButtonFocusPath(item, path);
-    const POINT corners[5] = {{11, 21}, {48, 21}, {48, 43}, {11, 43}, {11, 21}};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(corners[i].x, path[i].x) << i;
-        EXPECT_EQ(corners[i].y, path[i].y) << i;
-    }
 }
 
 TEST(FlatButton, HoverRepaintsOnceOnEnteringAndOnceOnLeaving) {

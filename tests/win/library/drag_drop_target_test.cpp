@@ -100,7 +100,7 @@ private:
 // The dialog's side, with its picture placed around the cursor or away from it.
 struct FakeDialog : IKxArtDropOwner {
     HWND window = nullptr;
-    bool overPicture = true, albumFilled = true;
+    bool overPicture = true;
     DWORD flags = kArtFlagWritable;
     std::vector<std::wstring> loaded;
     bool IsDropOwnerWindow() override { return IsWindow(window) != FALSE; }
@@ -113,7 +113,7 @@ struct FakeDialog : IKxArtDropOwner {
     }
     int GetDropItemCount() override { return 1; }
     DWORD GetArtValueFlags() override { return flags; }
-    bool CanAcceptArtwork() override { return albumFilled; }
+    bool CanAcceptArtwork() override { return true; }
     bool LoadArtFromFile(const WCHAR* path) override {
         loaded.push_back(path);
         return true;
@@ -138,13 +138,11 @@ protected:
         CreateDirectoryW(folder.c_str(), nullptr);
         picture = folder + L"\\Cover.JpEg";
         other = folder + L"\\notes.txt";
-        pictureFolder = folder + L"\\Scans.jpg";
         for (const std::wstring* path : {&picture, &other}) {
             HANDLE file = CreateFileW(path->c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
             ASSERT_NE(INVALID_HANDLE_VALUE, file);
             CloseHandle(file);
         }
-        CreateDirectoryW(pictureFolder.c_str(), nullptr);
         dialog.window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr,
                                         nullptr, nullptr);
         ASSERT_NE(nullptr, dialog.window);
@@ -157,7 +155,6 @@ protected:
         ::DestroyWindow(dialog.window);
         DeleteFileW(picture.c_str());
         DeleteFileW(other.c_str());
-        RemoveDirectoryW(pictureFolder.c_str());
         RemoveDirectoryW(folder.c_str());
         EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(folder.c_str()));
         const kxtest::ResourceCounts after = kxtest::CountResources();
@@ -177,7 +174,7 @@ protected:
     }
 
     kxtest::ResourceCounts before{};
-    std::wstring folder, picture, other, pictureFolder;
+    std::wstring folder, picture, other;
     FakeDialog dialog;
     CDragDropTarget target;
 };
@@ -192,7 +189,9 @@ TEST_F(DropTarget, RegisteredOnItsWindowOnce) {
     EXPECT_EQ(E_INVALIDARG, target.DragEnter(nullptr, 0, POINTL{0, 0}, nullptr));
 }
 
-TEST_F(DropTarget, EntryTestsInTheirOrder) {
+// The rules' cases are tested natively; here what the OLE side adds: the files read out of real
+// CF_HDROP data, the file system, the effects the source allows, the data freed at the end.
+TEST_F(DropTarget, EntryReadsTheDragsFiles) {
     struct Case {
         const char* what;
         std::vector<std::wstring> paths;
@@ -204,10 +203,7 @@ TEST_F(DropTarget, EntryTestsInTheirOrder) {
         {"one picture", {picture}, true, kArtFlagWritable, DROPEFFECT_COPY | DROPEFFECT_MOVE, DROPEFFECT_COPY},
         {"two files", {picture, picture}, true, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
         {"no CF_HDROP", {picture}, false, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
-        {"gone", {folder + L"\\gone.jpg"}, true, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
-        {"other extension", {other}, true, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
         {"folder", {folder}, true, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
-        {"folder named like a picture", {pictureFolder}, true, kArtFlagWritable, DROPEFFECT_COPY, DROPEFFECT_NONE},
         {"art not writable", {picture}, true, 0x3, DROPEFFECT_COPY, DROPEFFECT_NONE},
         {"the source allows no copy", {picture}, true, kArtFlagWritable, DROPEFFECT_MOVE, DROPEFFECT_NONE},
     };
@@ -237,11 +233,7 @@ TEST_F(DropTarget, TakenOverThePictureOnlyAndDroppedToTheDialog) {
         EXPECT_NE(nullptr, target.DropData());
         EXPECT_EQ(DWORD(DROPEFFECT_NONE), Over());
         dialog.overPicture = true;
-        EXPECT_EQ(DWORD(DROPEFFECT_COPY), Over());
-        dialog.albumFilled = false;
-        EXPECT_EQ(DWORD(DROPEFFECT_NONE), Over()) << "album field empty";
-        dialog.albumFilled = true;
-        EXPECT_EQ(DWORD(DROPEFFECT_COPY), Over()) << "back over the picture";
+        EXPECT_EQ(DWORD(DROPEFFECT_COPY), Over()) << "over the picture";
         DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
         EXPECT_EQ(S_OK, target.Drop(&data, 0, POINTL{0, 0}, &effect));
         EXPECT_EQ(DWORD(DROPEFFECT_COPY), effect);
@@ -252,14 +244,6 @@ TEST_F(DropTarget, TakenOverThePictureOnlyAndDroppedToTheDialog) {
         EXPECT_TRUE(data.AllBlocksFreed());
         EXPECT_EQ(1, data.refs);
     }
-    // a refused drag's drop is not taken
-    CFileDataObject refused({other});
-    EXPECT_EQ(DWORD(DROPEFFECT_NONE), Enter(&refused));
-    DWORD effect = DROPEFFECT_COPY;
-    EXPECT_EQ(S_OK, target.Drop(&refused, 0, POINTL{0, 0}, &effect));
-    EXPECT_EQ(DWORD(DROPEFFECT_NONE), effect);
-    EXPECT_EQ(1u, dialog.loaded.size());
-    EXPECT_TRUE(refused.AllBlocksFreed());
 }
 
 }  // namespace
