@@ -27,16 +27,11 @@ void FillWithColor(HDC dc, const RECT& rect, int colorIndex) {
 
 }  // namespace
 
-CButtonFlat::CButtonFlat() : m_hIcon(nullptr), m_nIconWidth(0), m_nIconHeight(0), m_hover(), m_bits{0, 0, 0} {}
-
-CButtonFlat::~CButtonFlat() {
-    if (m_hIcon) DestroyIcon(m_hIcon);
-}
+CButtonFlat::CButtonFlat() : m_hIcon(), m_nIconWidth(0), m_nIconHeight(0), m_hover(), m_bits{0, 0, 0} {}
 
 void CButtonFlat::SetIcon(HICON hIcon) {
-    if (hIcon == m_hIcon) return;
-    if (m_hIcon) DestroyIcon(m_hIcon);
-    m_hIcon = hIcon;
+    if (hIcon == m_hIcon.Get()) return;
+    m_hIcon.Reset(hIcon);
     const SIZE size = IconSize(hIcon);
     m_nIconWidth = size.cx;
     m_nIconHeight = size.cy;
@@ -80,7 +75,7 @@ void CButtonFlat::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) {
         }
     }
     const POINT at = FlatButtonIconOrigin(item, m_nIconWidth, m_nIconHeight);
-    DrawStateW(dc, nullptr, nullptr, reinterpret_cast<LPARAM>(m_hIcon), 0, at.x, at.y, m_nIconWidth, m_nIconHeight,
+    DrawStateW(dc, nullptr, nullptr, reinterpret_cast<LPARAM>(m_hIcon.Get()), 0, at.x, at.y, m_nIconWidth, m_nIconHeight,
                DST_ICON | DSS_NORMAL);
     if (saved) RestoreDC(dc, saved);
 }
@@ -112,8 +107,7 @@ LRESULT CButtonFlat::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         Repaint(m_hover.OnMouseLeave());
         return 0;
     case WM_DESTROY:
-        if (m_hIcon) DestroyIcon(m_hIcon);
-        m_hIcon = nullptr;
+        m_hIcon.Reset();
         return Default();
     default:
         return CButton::WindowProc(message, wParam, lParam);

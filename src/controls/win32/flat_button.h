@@ -5,19 +5,23 @@
 
 #include <windows.h>
 
+#include "base/owners.h"
 #include "controls/flat_button.h"
 #include "ui/control_wrappers.h"
+
+inline void KxDestroyIcon(HICON hIcon) { DestroyIcon(hIcon); }
+// Owns an icon and destroys it.
+typedef CKxUnique<HICON, &KxDestroyIcon> CKxIcon;
 
 class CButtonFlat : public CButton {
 public:
     CButtonFlat();
-    ~CButtonFlat() override;
 
     // Takes over `hIcon` (null: none), destroying the one it held, takes its size from its
     // bitmaps and repaints. The icon is destroyed with the button's window, or with the object
     // if it never had one.
     void SetIcon(HICON hIcon);
-    HICON GetIcon() const { return m_hIcon; }
+    HICON GetIcon() const { return m_hIcon.Get(); }
     int GetIconWidth() const { return m_nIconWidth; }
     int GetIconHeight() const { return m_nIconHeight; }
     bool IsHover() const { return m_hover.IsHover(); }
@@ -33,7 +37,7 @@ private:
     void OnMouseMove(LPARAM lParam);
     void Repaint(CFlatButtonHover::Action action);
 
-    HICON m_hIcon;
+    CKxIcon m_hIcon;
     int m_nIconWidth;
     int m_nIconHeight;
     CFlatButtonHover m_hover;  // m_bHover

@@ -18,26 +18,22 @@ CWin32DropPlatform g_platform;
 
 // The CF_HDROP data of a data object as a block of our own. A block that the data object keeps
 // for itself (it names an object to release) is copied, so what we hold is always ours to free.
-HGLOBAL GetDropFilesData(IDataObject* data) {
+CKxGlobal GetDropFilesData(IDataObject* data) {
     FORMATETC format = {CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
     STGMEDIUM medium = {};
-    if (FAILED(data->GetData(&format, &medium))) return nullptr;
-    if (medium.tymed != TYMED_HGLOBAL || !medium.hGlobal) {
-        ReleaseStgMedium(&medium);
-        return nullptr;
-    }
-    if (!medium.pUnkForRelease) return medium.hGlobal;
-    HGLOBAL copy = nullptr;
-    const SIZE_T size = GlobalSize(medium.hGlobal);
+    if (FAILED(data->GetData(&format, &medium))) return CKxGlobal();
+    if (medium.tymed == TYMED_HGLOBAL && medium.hGlobal && !medium.pUnkForRelease) return CKxGlobal(medium.hGlobal);
+    CKxGlobal copy;
+    const SIZE_T size = medium.tymed == TYMED_HGLOBAL && medium.hGlobal ? GlobalSize(medium.hGlobal) : 0;
     const void* from = size ? GlobalLock(medium.hGlobal) : nullptr;
     if (from) {
-        copy = GlobalAlloc(GMEM_MOVEABLE, size);
-        void* to = copy ? GlobalLock(copy) : nullptr;
+        copy.Reset(GlobalAlloc(GMEM_MOVEABLE, size));
+        void* to = copy ? GlobalLock(copy.Get()) : nullptr;
         if (to) {
             std::memcpy(to, from, size);
-            GlobalUnlock(copy);
-        } else if (copy) {
-            copy = GlobalFree(copy);
+            GlobalUnlock(copy.Get());
+        } else {
+            copy.Reset();
         }
         GlobalUnlock(medium.hGlobal);
     }
@@ -49,12 +45,9 @@ DWORD Effect(bool accepted) { return accepted ? DROPEFFECT_COPY : DROPEFFECT_NON
 
 }  // namespace
 
-CDragDropTarget::CDragDropTarget() : CDragDropRules(g_platform), m_hDropData(nullptr), m_hWnd(nullptr), m_cRef(0) {}
+CDragDropTarget::CDragDropTarget() : CDragDropRules(g_platform), m_hDropData(), m_hWnd(nullptr), m_cRef(0) {}
 
-CDragDropTarget::~CDragDropTarget() {
-    Revoke();
-    FreeDropData();
-}
+CDragDropTarget::~CDragDropTarget() { Revoke(); }
 
 BOOL CDragDropTarget::Register(HWND hWnd, IKxArtDropOwner* owner) {
     if (m_hWnd || !hWnd || FAILED(RegisterDragDrop(hWnd, this))) return FALSE;
@@ -70,20 +63,17 @@ void CDragDropTarget::Revoke() {
     SetOwner(nullptr);
 }
 
-void CDragDropTarget::FreeDropData() {
-    if (m_hDropData) GlobalFree(m_hDropData);
-    m_hDropData = nullptr;
-}
-
 STDMETHODIMP CDragDropTarget::QueryInterface(REFIID riid, void** ppv) {
-    if (!ppv) return E_POINTER;
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDropTarget)) {
-        *ppv = static_cast<IDropTarget*>(this);
-        AddRef();
-        return S_OK;
-    }
-    *ppv = nullptr;
-    return E_NOINTERFACE;
+    return KxGuardStatus(L"CDragDropTarget::QueryInterface", [&]() -> HRESULT {
+        if (!ppv) return E_POINTER;
+        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDropTarget)) {
+            *ppv = static_cast<IDropTarget*>(this);
+            AddRef();
+            return S_OK;
+        }
+        *ppv = nullptr;
+        return E_NOINTERFACE;
+    });
 }
 
 // The dialog owns the target: the count tells OLE's holders apart, and nothing is deleted at 0.
@@ -93,18 +83,18 @@ STDMETHODIMP_(ULONG) CDragDropTarget::Release() { return static_cast<ULONG>(Inte
 
 DWORD CDragDropTarget::OnDragEnter(IDataObject* pDataObj) {
     // a drag that entered without leaving lets go of what it held
-    FreeDropData();
+    m_hDropData.Reset();
     if (!AdmitEntry(m_hWnd && pDataObj)) return DROPEFFECT_NONE;
     m_hDropData = GetDropFilesData(pDataObj);
     bool hasFiles = false;
     UINT count = 0;
     WCHAR first[kDropPathChars] = {};
-    if (m_hDropData && GlobalLock(m_hDropData)) {
+    if (m_hDropData && GlobalLock(m_hDropData.Get())) {
         hasFiles = true;
-        HDROP drop = static_cast<HDROP>(m_hDropData);
+        HDROP drop = static_cast<HDROP>(m_hDropData.Get());
         count = DragQueryFileW(drop, 0xFFFFFFFFu, nullptr, 0);
         if (count == 1 && !DragQueryFileW(drop, 0, first, kDropPathChars)) first[0] = L'\0';
-        GlobalUnlock(m_hDropData);
+        GlobalUnlock(m_hDropData.Get());
     }
     // the data stay held until the drag ends; only the path is looked at again
     return TakeFiles(hasFiles, count, first);
@@ -112,7 +102,7 @@ DWORD CDragDropTarget::OnDragEnter(IDataObject* pDataObj) {
 
 void CDragDropTarget::OnDragLeave() {
     Leave();
-    FreeDropData();
+    m_hDropData.Reset();
 }
 
 // The effect answered is the rules' one, provided the source allows a copy.

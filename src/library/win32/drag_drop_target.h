@@ -7,7 +7,12 @@
 #include <windows.h>
 #include <ole2.h>
 
+#include "base/owners.h"
 #include "library/drag_drop_rules.h"
+
+inline void KxGlobalFree(HGLOBAL block) { GlobalFree(block); }
+// Owns a block of global memory and frees it.
+typedef CKxUnique<HGLOBAL, &KxGlobalFree> CKxGlobal;
 
 class CDragDropTarget : public IDropTarget, public CDragDropRules {
 public:
@@ -23,7 +28,7 @@ public:
     void Revoke();
     bool IsRegistered() const { return m_hWnd != nullptr; }
     // The CF_HDROP data of the drag in progress; null when there is none.
-    HGLOBAL DropData() const { return m_hDropData; }
+    HGLOBAL DropData() const { return m_hDropData.Get(); }
 
     // IUnknown
     STDMETHODIMP QueryInterface(REFIID riid, void** ppv) override;
@@ -38,9 +43,8 @@ public:
 private:
     DWORD OnDragEnter(IDataObject* pDataObj);
     void OnDragLeave();
-    void FreeDropData();
 
-    HGLOBAL m_hDropData;
+    CKxGlobal m_hDropData;
     HWND m_hWnd;  // the registered window
     LONG m_cRef;
 };
