@@ -250,6 +250,13 @@ BOOL CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pRes
         }
         return OnNotify(wParam, lParam, pResult);
     }
+    case WM_DRAWITEM: {
+        // an owner-drawn control that has an object of its own draws itself
+        auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+        CWnd* control = item ? FromHandlePermanent(item->hwndItem) : nullptr;
+        if (control && control != this && control->OnChildNotify(message, wParam, lParam, pResult)) return TRUE;
+        return OnDialogMessage(message, wParam, lParam, pResult);
+    }
     case WM_SHOWWINDOW:
         OnShowWindow(static_cast<BOOL>(wParam), static_cast<UINT>(lParam));
         return FALSE;

@@ -39,6 +39,9 @@ public:
     // Called by the modal loop before a message for this window or a child is dispatched; true
     // when the message has been dealt with.
     virtual BOOL PreTranslateMessage(MSG* pMsg);
+    // A notification the parent dialog hands back to the control it is about (WM_DRAWITEM of an
+    // owner-drawn control): TRUE when the control dealt with it, with the answer in *pResult.
+    virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
 
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
