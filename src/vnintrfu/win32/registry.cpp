@@ -46,8 +46,8 @@ tagVnINTRFCRESULT VnDeleteTree(const std::wstring& key) {
 std::wstring VnReadDefault(const std::wstring& key) {
     std::wstring value(kMaxValueChars, L'\0');
     DWORD bytes = kMaxValueChars * sizeof(wchar_t);
-    // RegGetValueW expands REG_EXPAND_SZ and always ends the text.
-    if (RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ, nullptr,
+    // RegGetValueW expands REG_EXPAND_SZ (then of type REG_SZ) and always ends the text.
+    if (RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr,
                      &value[0], &bytes) != ERROR_SUCCESS)
         return std::wstring();
     value.resize(wcslen(value.c_str()));
