@@ -40,7 +40,8 @@ bool ParseGuid(const std::wstring& s, GUID* guid) {
     return true;
 }
 
-void Add(std::vector<VnRegistryEntry>* entries, const std::wstring& key, const wchar_t* name, const std::wstring& data) {
+void Add(std::vector<VnRegistryEntry>* entries, const std::wstring& key, const wchar_t* name,
+         const std::wstring& data) {
     entries->push_back({key, true, name, data});
 }
 

@@ -89,11 +89,8 @@ TEST(VnRegistration, RefusedArguments) {
     } cases[] = {
         {nullptr, L"d", L"c", nullptr, 1, L"p", VnIntrfcInvalidArg},
         {&kClass, nullptr, L"c", nullptr, 1, L"p", VnIntrfcInvalidArg},
-        {&kClass, L"", L"c", nullptr, 1, L"p", VnIntrfcInvalidArg},
         {&kClass, L"d", nullptr, nullptr, 1, L"p", VnIntrfcInvalidArg},
         {&kClass, L"d", L"c", nullptr, 5, L"p", VnIntrfcInvalidArg},
-        {&kClass, L"d", L"c", nullptr, -1, L"p", VnIntrfcInvalidArg},
-        {&kClass, L"d", L"c", L"1Kx.Resource", 1, L"p", VnIntrfcInvalidArg},
         {&kClass, L"d", L"c", L"Kx Resource", 1, L"p", VnIntrfcInvalidArg},
         {&kClass, L"d", L"c", L"Kx.Resource.Name.Far.Too.Long.For.A.ProgId", 1, L"p", VnIntrfcInvalidArg},
         {&kClass, L"d", L"c", nullptr, 1, L"", VnIntrfcInvalidModule},  // arguments are checked first

@@ -112,11 +112,11 @@ TEST(VnIntrfu, Regsvr32WritesTheStandardKeysVnCreateInstanceUsesThemAndUnregiste
     EXPECT_EQ(Upper(L"=" + plugin), Upper(*server.begin()));
     EXPECT_EQ(std::set<std::wstring>{std::wstring(kCategory) + L"\\"}, Contents(cls + L"\\Implemented Categories"));
     EXPECT_TRUE(Contents(cls + L"\\Implemented Categories\\" + kCategory).empty());
-    EXPECT_EQ(std::set<std::wstring>{L"409=CATEGORY_KxCommonResource"},
-              Contents(std::wstring(L"Component Categories\\") + kCategory));
     std::set<std::wstring> added = Snapshot();
     for (const std::wstring& k : before) added.erase(k);
-    EXPECT_EQ((std::set<std::wstring>{cls + L"\\", L"Component Categories\\" + std::wstring(kCategory) + L"\\"}), added);
+    const std::wstring categoryKey = L"Component Categories\\" + std::wstring(kCategory);
+    EXPECT_EQ(std::set<std::wstring>{L"409=CATEGORY_KxCommonResource"}, Contents(categoryKey));
+    EXPECT_EQ((std::set<std::wstring>{cls + L"\\", categoryKey + L"\\"}), added);
 
     {
         // The class through the registry: its library stays while an object lives, and goes with
@@ -139,7 +139,8 @@ TEST(VnIntrfu, Regsvr32WritesTheStandardKeysVnCreateInstanceUsesThemAndUnregiste
 
         // The object refuses the interface: nothing is handed out, and the library is let go at once.
         void* out = &resource;
-        EXPECT_EQ(VnIntrfcCreateFailed, vn.Create(&CLSID_KxComResPlginPluginObj, nullptr, 0, &IID_IClassFactory, &out));
+        EXPECT_EQ(VnIntrfcCreateFailed,
+                  vn.Create(&CLSID_KxComResPlginPluginObj, nullptr, 0, &IID_IClassFactory, &out));
         EXPECT_EQ(nullptr, out);
         EXPECT_EQ(nullptr, GetModuleHandleW(plugin.c_str()));
     }
@@ -168,40 +169,23 @@ TEST(VnIntrfu, WithoutTheLibraryRegistrationFails) {
 TEST(VnIntrfu, RefusedCallsAnswerTheDocumentedResults) {
     VnIntrfu vn;
     ASSERT_TRUE(vn.Register && vn.Unregister && vn.Create);
+    // The arguments themselves are checked in the portable part's tests; here what needs the
+    // platform: the module behind the handle.
     const HINSTANCE self = vn.module.Get();
-    const HINSTANCE bogus = reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(0x10000));
-    const struct {
-        HINSTANCE instance;
-        const CLSID* clsid;
-        LPCWSTR description, category, progId;
-        int flag;
-        tagVnINTRFCRESULT result;
-    } registrations[] = {
-        {nullptr, &kScratchClass, L"d", kScratchCategory, nullptr, 1, VnIntrfcInvalidArg},
-        {self, nullptr, L"d", kScratchCategory, nullptr, 1, VnIntrfcInvalidArg},
-        {self, &kScratchClass, nullptr, kScratchCategory, nullptr, 1, VnIntrfcInvalidArg},
-        {self, &kScratchClass, L"d", nullptr, nullptr, 1, VnIntrfcInvalidArg},
-        {self, &kScratchClass, L"d", kScratchCategory, nullptr, 7, VnIntrfcInvalidArg},
-        {self, &kScratchClass, L"d", kScratchCategory, L"not a progid", 1, VnIntrfcInvalidArg},
-        {bogus, &kScratchClass, L"d", kScratchCategory, nullptr, 1, VnIntrfcInvalidModule},
-    };
-    for (const auto& r : registrations)
-        EXPECT_EQ(r.result, vn.Register(r.instance, r.clsid, r.description, r.category, r.progId, nullptr, r.flag))
-            << r.flag << ' ' << (r.instance == bogus);
+    EXPECT_EQ(VnIntrfcInvalidArg, vn.Register(nullptr, &kScratchClass, L"d", kScratchCategory, nullptr, nullptr, 1));
+    EXPECT_EQ(VnIntrfcInvalidModule, vn.Register(reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(0x10000)),
+                                                 &kScratchClass, L"d", kScratchCategory, nullptr, nullptr, 1));
     EXPECT_EQ(std::set<std::wstring>{L"-"}, Contents(std::wstring(L"CLSID\\") + kScratchClassName));
     EXPECT_EQ(VnIntrfcInvalidArg, vn.Unregister(nullptr, kScratchCategory, nullptr, nullptr));
-    EXPECT_EQ(VnIntrfcInvalidArg, vn.Unregister(&kScratchClass, L"", nullptr, nullptr));
 
     // Creation: refused arguments, a class that is not registered, and one whose library has no
     // class object (registered to VnIntrfu.dll itself).
     void* out = &vn;
     EXPECT_EQ(VnIntrfcInvalidArg, vn.Create(&kScratchClass, nullptr, 0, &IID_IUnknown, nullptr));
-    EXPECT_EQ(VnIntrfcInvalidArg, vn.Create(nullptr, nullptr, 0, &IID_IUnknown, &out));
-    EXPECT_EQ(nullptr, out);
-    out = &vn;
     EXPECT_EQ(VnIntrfcInvalidArg, vn.Create(&kScratchClass, nullptr, CLSCTX_LOCAL_SERVER, &IID_IUnknown, &out));
     EXPECT_EQ(nullptr, out);
-    EXPECT_EQ(VnIntrfcClassNotRegistered, vn.Create(&kScratchClass, nullptr, CLSCTX_INPROC_SERVER, &IID_IUnknown, &out));
+    EXPECT_EQ(VnIntrfcClassNotRegistered,
+              vn.Create(&kScratchClass, nullptr, CLSCTX_INPROC_SERVER, &IID_IUnknown, &out));
     ASSERT_EQ(VnIntrfcOk, vn.Register(self, &kScratchClass, L"Scratch", kScratchCategory, L"Kx.Scratch.1",
                                       L"Kx.Scratch", 2));
     EXPECT_EQ(std::set<std::wstring>{L"=" + std::wstring(kScratchClassName)}, Contents(L"Kx.Scratch.1\\CLSID"));
