@@ -3,6 +3,7 @@
 #pragma once
 
 #include "kx/KxPlatform.h"
+#include "vnintrfu/vn_result.h"
 
 #include <cstddef>
 
@@ -27,10 +28,6 @@ struct CVnClassTableRow {
 extern const CVnClassTableRow g_VnClassTable[];
 extern const std::size_t g_cVnClassTableRows;
 
-// Results of the registration library.
-enum tagVnINTRFCRESULT : int {
-    VnIntrfcOk = 0,
-};
 
 // The registration library's two operations, bound at run time by name.
 typedef tagVnINTRFCRESULT(WINAPI* PFN_VnRegisterServerEx)(HINSTANCE instance, REFCLSID clsid, LPCWSTR description,
