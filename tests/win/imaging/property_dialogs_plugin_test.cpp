@@ -9,13 +9,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 
 #include "host/library/sample_library.h"
 #include "imaging/image_property_rows.h"
 #include "imaging/video_property_rows.h"
+#include "resources/dialogs/image_property_ids.h"
+#include "resources/dialogs/video_property_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
@@ -26,8 +30,20 @@ namespace {
 using kxhost::ItemId;
 using kxhost::Op;
 
-const int kImageList = 1041, kImagePrevious = 1042, kImageNext = 1047, kImageClose = 10035, kImagePreview = 1044;
-const int kVideoList = 1076, kVideoPrevious = 1077, kVideoNext = 1078, kVideoClose = 1074, kVideoPreview = 1075;
+const int kImageList = KX_IDC_IMAGEPROP_LIST, kImagePrevious = KX_IDC_IMAGEPROP_PREVIOUS,
+          kImageNext = KX_IDC_IMAGEPROP_NEXT, kImageClose = KX_IDC_IMAGEPROP_CLOSE,
+          kImagePreview = KX_IDC_IMAGEPROP_PREVIEW;
+const int kVideoList = KX_IDC_VIDEOPROP_LIST, kVideoPrevious = KX_IDC_VIDEOPROP_PREVIOUS,
+          kVideoNext = KX_IDC_VIDEOPROP_NEXT, kVideoClose = KX_IDC_VIDEOPROP_CLOSE,
+          kVideoPreview = KX_IDC_VIDEOPROP_PREVIEW;
+
+// A photograph fetched by the imaging_images fixture.
+std::wstring TestImage(const char* name) {
+    std::wstring path;
+    for (const char* p = KX_TEST_IMAGES "/"; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
+    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
+    return path;
+}
 
 std::string Narrow(const std::wstring& s) { return std::string(s.begin(), s.end()); }
 
@@ -218,6 +234,45 @@ TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesRowsAndIts
     EXPECT_EQ(0x0000FFu, bottom);
     EXPECT_TRUE(size.cx == 20 && size.cy == 40 && control.cx == 20 && control.cy == 40)
         << size.cx << "x" << size.cy << ", control " << control.cx << "x" << control.cy;
+}
+
+TEST_F(PropertyDialogsThroughPlugin, PhotographsInEachOrientationPreviewTheRightWayUp) {
+    // One photograph stored in each of the eight orientations. The orientation comes from the
+    // host's property (Wine's GDI+ reads no metadata); turned by it, each shows as the first does.
+    const ItemId photo = sample.pictures[0];
+    lib->SetView({photo}, 0);
+    const POINT probes[] = {{6, 6}, {43, 6}, {6, 63}, {43, 63}, {25, 20}, {25, 50}};
+    std::vector<DWORD> upright;
+    SIZE uprightSize = {};
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        kxhost::PreviewPicture file;
+        file.path = TestImage(("orientation_" + std::to_string(orientation) + ".jpg").c_str());
+        lib->SetPreview(photo, file);
+        lib->SetValue(photo, KxPropImage8, kxhost::PropertyValue::Int(orientation));
+        std::vector<DWORD> seen;
+        SIZE size = {};
+        EXPECT_EQ("00000000", RunImage(photo, [&](DialogDriver& d) {
+                      d.Inspect([&](HWND dlg) {
+                           for (const POINT& p : probes) seen.push_back(PreviewPixel(dlg, kImagePreview, p.x, p.y, &size));
+                       }).Click(kImageClose);
+                  }));
+        if (orientation == 1) {
+            upright = seen;
+            uprightSize = size;
+            ASSERT_TRUE(size.cx == 50 && size.cy == 70) << size.cx << "x" << size.cy;
+            continue;
+        }
+        EXPECT_TRUE(size.cx == uprightSize.cx && size.cy == uprightSize.cy)
+            << "orientation " << orientation << ": " << size.cx << "x" << size.cy;
+        for (size_t i = 0; i < seen.size() && i < upright.size(); ++i) {
+            int worst = 0;  // the stored pictures differ a little by their compression
+            for (int shift = 0; shift < 24; shift += 8)
+                worst = std::max(worst, std::abs(static_cast<int>((seen[i] >> shift) & 0xFF) -
+                                                 static_cast<int>((upright[i] >> shift) & 0xFF)));
+            EXPECT_LE(worst, 40) << "orientation " << orientation << " probe " << i << std::hex << ": " << seen[i]
+                                 << " against " << upright[i];
+        }
+    }
 }
 
 TEST_F(PropertyDialogsThroughPlugin, PreviousAndNextWalkTheViewOfPictures) {
