@@ -211,6 +211,20 @@ TEST_F(PropertyModels, VideoReadFillsRowsInOrderAndWalksWithoutBoundsTest) {
     EXPECT_EQ(E_POINTER, model.ReadVideoProperties(nullptr));
 }
 
+TEST_F(PropertyModels, MissingPropertiesOrPreviewObjectIsKeptForTheHost) {
+    for (int nth : {1, 2}) {  // the properties object, then the preview object
+        CImagePropertyModel image(site.p, root.p, P(sample.pictures[0]), controls, controls, texts);
+        lib.FailOperation(Op::GetItemObject, E_NOINTERFACE, nth);
+        EXPECT_EQ(E_POINTER, image.ReadImageProperties(image.m_item)) << nth;
+        EXPECT_EQ(E_POINTER, image.m_hrResult) << nth;
+        CVideoPropertyModel video(site.p, root.p, P(sample.videos[0]), controls, controls, texts);
+        lib.FailOperation(Op::GetItemObject, E_NOINTERFACE, nth);
+        EXPECT_EQ(E_POINTER, video.ReadVideoProperties(video.m_item)) << nth;
+        EXPECT_EQ(E_POINTER, video.m_hrResult) << nth;
+        lib.ResetFailures();
+    }
+}
+
 TEST(PropertyWalkKeys, LeftAndRightStepOnlyFromTheButtonsWithoutModifiers) {
     const UINT left = 0x25, right = 0x27, up = 0x26;
     const struct {
