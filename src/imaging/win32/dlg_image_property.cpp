@@ -12,7 +12,7 @@ CDlgImageProperty::CDlgImageProperty(IKxContentSite* pSite, IKxContentFolder* pF
     : CDlgPropertyBase(IDD,
                        {KX_IDC_IMAGEPROP_HEADING, KX_IDC_IMAGEPROP_LIST, KX_IDC_IMAGEPROP_PREVIEW,
                         KX_IDC_IMAGEPROP_PREVIOUS, KX_IDC_IMAGEPROP_NEXT, KX_IDC_IMAGEPROP_CLOSE},
-                       false, pParentWnd),
+                       /*keyFocusesDirection=*/false, pParentWnd),
       m_model(pSite, pFolder, item, *this, *this, m_texts) {}
 
 KxMessageMap CDlgImageProperty::GetMessageMap() const {

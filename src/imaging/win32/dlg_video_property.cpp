@@ -14,7 +14,7 @@ CDlgVideoProperty::CDlgVideoProperty(IKxContentSite* pSite, IKxContentFolder* pF
     : CDlgPropertyBase(IDD,
                        {KX_IDC_VIDEOPROP_HEADING, KX_IDC_VIDEOPROP_LIST, KX_IDC_VIDEOPROP_PREVIEW,
                         KX_IDC_VIDEOPROP_PREVIOUS, KX_IDC_VIDEOPROP_NEXT, KX_IDC_VIDEOPROP_CLOSE},
-                       true, pParentWnd),
+                       /*keyFocusesDirection=*/true, pParentWnd),
       m_model(pSite, pFolder, item, *this, *this, m_texts) {}
 
 KxMessageMap CDlgVideoProperty::GetMessageMap() const {
