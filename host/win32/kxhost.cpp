@@ -16,7 +16,9 @@
 #include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
+#include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/message_box_ids.h"
+#include "resources/dialogs/video_property_ids.h"
 #include "host/win32/window_capture.h"
 
 namespace {
@@ -334,8 +336,8 @@ void ShowPropertyDialogs(DemoContext& demo) {
         const std::vector<kxhost::ItemId>* view;
         int close;
     } dialogs[] = {
-        {L"ShowImagePropertyDialog", L"image-properties.png", turned, &pictures, 10035},
-        {L"ShowVideoPropertyDialog", L"video-properties.png", videos[0], &videos, 1074},
+        {L"ShowImagePropertyDialog", L"image-properties.png", turned, &pictures, KX_IDC_IMAGEPROP_CLOSE},
+        {L"ShowVideoPropertyDialog", L"video-properties.png", videos[0], &videos, KX_IDC_VIDEOPROP_CLOSE},
     };
     for (const Shown& d : dialogs) {
         LONG current = 0;
@@ -348,7 +350,7 @@ void ShowPropertyDialogs(DemoContext& demo) {
         {
             std::unique_ptr<DemoAutopilot> pilot;
             if (demo.headless) pilot.reset(new DemoAutopilot(picture, d.close));
-            hr = d.close == 1074 ? demo.res->ShowVideoPropertyDialog(nullptr, site, root, item)
+            hr = d.close == KX_IDC_VIDEOPROP_CLOSE ? demo.res->ShowVideoPropertyDialog(nullptr, site, root, item)
                                  : demo.res->ShowImagePropertyDialog(nullptr, site, root, item);
             written = pilot && pilot->pictureWritten();
         }

@@ -3,38 +3,31 @@
 
 #include "base/owners.h"
 
-
 namespace {
 const SIZE kPreviewRequest = {150, 150};
 }
 
 CImagePropertyModel::CImagePropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item,
-                                         IImagePropertyControls& controls, IKxPropertyTextSource& texts)
-    : m_pSite(site), m_pFolder(folder), m_item(item), m_controls(controls), m_textSource(texts) {}
+                                         IPropertyDialogControls& dialog, IImagePropertyControls& controls,
+                                         IKxPropertyTextSource& texts)
+    : CPropertyItemModel(site, folder, item, dialog), m_controls(controls), m_textSource(texts) {}
 
 CImagePropertyModel::~CImagePropertyModel() { Release(); }
 
 void CImagePropertyModel::FreePreviewSource() {
     CoTaskMemFree(m_previewPath);
     m_previewPath = nullptr;
-    if (m_hPreviewSource) m_controls.DeleteBitmap(m_hPreviewSource);
+    if (m_hPreviewSource) m_dialog.DeleteBitmap(m_hPreviewSource);
     m_hPreviewSource = nullptr;
 }
 
 HRESULT CImagePropertyModel::ReadImageProperties(KxPcPidl item) {
     m_texts.Clear();
     m_orientation = -1;
-    if (!item || !m_pFolder) return E_POINTER;
-
-    const HWND owner = m_controls.OwnerWindow();
-    // An object handed out with a failure is released by its owner all the same.
     CKxComPtr<IKxItemProperties> properties;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemProperties, properties.PutVoid())) ||
-        !properties)
-        return m_hrResult = E_POINTER;
     CKxComPtr<IKxItemPreview> preview;
-    if (FAILED(m_pFolder->GetItemObject(m_pSite, owner, 1, &item, IID_IKxItemPreview, preview.PutVoid())) || !preview)
-        return m_hrResult = E_POINTER;
+    const HRESULT opened = OpenItemObjects(item, properties, preview);
+    if (FAILED(opened)) return opened;
 
     FreePreviewSource();
     DWORD kind = 0;
@@ -49,7 +42,7 @@ HRESULT CImagePropertyModel::ReadImageProperties(KxPcPidl item) {
         if (preview->GetPreviewBitmap(&kPreviewRequest, &bitmap) == S_OK) {
             m_hPreviewSource = bitmap;
         } else if (bitmap) {
-            m_controls.DeleteBitmap(bitmap);
+            m_dialog.DeleteBitmap(bitmap);
         }
     }
 
@@ -75,11 +68,11 @@ void CImagePropertyModel::ShowImageProperties() {
     }
     KxBuildImageRows(m_texts, m_textSource, m_rows);
     m_controls.SetRowCount(static_cast<int>(m_rows.size()));
-    m_walk.SetButtons(m_controls);
+    m_walk.SetButtons(m_dialog);
 }
 
 void CImagePropertyModel::MoveToItem(bool previous) {
-    if (!m_walk.Step(previous, true, m_controls)) return;
+    if (!m_walk.Step(previous, true, m_dialog)) return;
     if (SUCCEEDED(ReadImageProperties(m_walk.m_currentItem))) {
         ShowImageProperties();
     } else {

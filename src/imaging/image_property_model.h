@@ -4,10 +4,10 @@
 #pragma once
 
 #include "imaging/image_property_rows.h"
-#include "imaging/property_view_walk.h"
+#include "imaging/property_item_model.h"
 
-// What the model needs of the dialog's controls besides Previous and Next.
-class IImagePropertyControls : public IPropertyWalkControls {
+// What the model needs of the image dialog's own controls.
+class IImagePropertyControls {
 public:
     // LVM_SETITEMCOUNT of the owner-data list.
     virtual void SetRowCount(int count) = 0;
@@ -17,23 +17,17 @@ public:
     // seen, after the turn (0 x 0 for a picture that cannot be decoded).
     virtual bool LoadPreviewFromFile(LPCWSTR path, int rotateFlip, LONG* width, LONG* height) = 0;
     virtual bool LoadPreviewFromBitmap(HBITMAP bitmap, int rotateFlip, LONG* width, LONG* height) = 0;
-    // DeleteObject of a bitmap that the host handed over.
-    virtual void DeleteBitmap(HBITMAP bitmap) = 0;
-    // The window that owns the host's property objects.
-    virtual HWND OwnerWindow() = 0;
 
 protected:
     ~IImagePropertyControls() = default;
 };
 
-class CImagePropertyModel {
+class CImagePropertyModel final : public CPropertyItemModel {
 public:
-    // The site, folder and item stay the caller's; the controls and the texts outlive the model.
-    CImagePropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item,
+    // The site, folder and item stay the caller's; the dialog, controls and texts outlive the model.
+    CImagePropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item, IPropertyDialogControls& dialog,
                         IImagePropertyControls& controls, IKxPropertyTextSource& texts);
     ~CImagePropertyModel();
-    CImagePropertyModel(const CImagePropertyModel&) = delete;
-    CImagePropertyModel& operator=(const CImagePropertyModel&) = delete;
 
     // Empties the fields, then reads the item's 21 values and its preview source: a path, or a
     // bitmap of 150 x 150 when the host gives kind 2. Returns the result of GetProperties, or
@@ -42,18 +36,13 @@ public:
     // Shows the preview, rebuilds the rows, sets the list's count and the buttons.
     void ShowImageProperties();
     // One step in the view; a failed read empties the list and keeps the preview.
-    void MoveToItem(bool previous);
+    void MoveToItem(bool previous) override;
     // LVN_GETDISPINFO: the text of a row and column, null to leave the request untouched.
     LPCWSTR RowText(int row, int column) const { return KxPropertyRowText(m_rows, row, column); }
     // WM_DESTROY (and the destructor): frees the item on show, the preview source and the rows,
     // releases the view.
-    void Release();
+    void Release() override;
 
-    IKxContentSite* m_pSite;
-    IKxContentFolder* m_pFolder;
-    KxPcPidl m_item;
-    HRESULT m_hrResult = S_OK;
-    CPropertyViewWalk m_walk;
     LPWSTR m_previewPath = nullptr;   // CoTaskMemAlloc, owned
     HBITMAP m_hPreviewSource = nullptr;  // owned
     LONG m_orientation = -1;

@@ -3,10 +3,11 @@
 // dialog CDlgVideoProperty holds it and plays its controls.
 #pragma once
 
-#include "imaging/property_view_walk.h"
+#include "imaging/property_item_model.h"
 #include "imaging/video_property_rows.h"
 
-class IVideoPropertyControls : public IPropertyWalkControls {
+// What the model needs of the video dialog's own controls.
+class IVideoPropertyControls {
 public:
     // The second column of a row of the list.
     virtual void SetRowValue(int row, LPCWSTR text) = 0;
@@ -14,21 +15,16 @@ public:
     virtual void ShowVideoPreview(HBITMAP bitmap) = 0;
     // The picture for a video without a preview.
     virtual void ShowVideoFallback() = 0;
-    virtual void DeleteBitmap(HBITMAP bitmap) = 0;
-    virtual HWND OwnerWindow() = 0;
 
 protected:
     ~IVideoPropertyControls() = default;
 };
 
-class CVideoPropertyModel {
+class CVideoPropertyModel final : public CPropertyItemModel {
 public:
-    // The site, folder and item stay the caller's; the controls and the texts outlive the model.
-    CVideoPropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item,
+    // The site, folder and item stay the caller's; the dialog, controls and texts outlive the model.
+    CVideoPropertyModel(IKxContentSite* site, IKxContentFolder* folder, KxPcPidl item, IPropertyDialogControls& dialog,
                         IVideoPropertyControls& controls, IKxPropertyTextSource& texts);
-    ~CVideoPropertyModel() { m_walk.Release(); }
-    CVideoPropertyModel(const CVideoPropertyModel&) = delete;
-    CVideoPropertyModel& operator=(const CVideoPropertyModel&) = delete;
 
     // Reads the item into the rows (a failed GetProperties leaves them), shows its preview or the
     // fallback picture and sets the buttons. Returns the result of GetProperties, or 0x80004003
@@ -36,13 +32,8 @@ public:
     HRESULT ReadVideoProperties(KxPcPidl item);
     // One step in the view, without a test of the ends: the buttons are disabled there. The
     // result of the read is not looked at.
-    void MoveToItem(bool previous);
+    void MoveToItem(bool previous) override;
 
-    IKxContentSite* m_pSite;
-    IKxContentFolder* m_pFolder;
-    KxPcPidl m_item;
-    HRESULT m_hrResult = S_OK;
-    CPropertyViewWalk m_walk;
     KxVideoPropertyTexts m_texts;  // what the second column shows
 
 private:

@@ -27,7 +27,7 @@ HRESULT MakeBitmap(LONG, LONG, const DWORD*, HBITMAP* bitmap) {
 
 // Records what the models do to the dialogs' controls: the walk's buttons in `walk` (P/N for
 // Previous/Next, + enabled, - disabled, f focused), everything else in `shown`.
-class RecordingControls : public IImagePropertyControls, public IVideoPropertyControls {
+class RecordingControls : public IPropertyDialogControls, public IImagePropertyControls, public IVideoPropertyControls {
 public:
     Events walk, shown;
     void EnablePrevious(bool on) override { walk.push_back(on ? "P+" : "P-"); }
@@ -85,7 +85,7 @@ struct PropertyModels : LibraryTest {
 
 TEST_F(PropertyModels, ImageWalkThroughThreePicturesSetsButtonsAndFocusAtEachStep) {
     lib.SetView({sample.pictures[0], sample.pictures[1], sample.pictures[2]}, 0);
-    CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, texts);
+    CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, controls, texts);
     model.m_walk.Connect(site.p);
     ASSERT_EQ(S_OK, model.ReadImageProperties(model.m_item));
     model.ShowImageProperties();
@@ -135,7 +135,7 @@ TEST_F(PropertyModels, ButtonsWhenTheViewIsSmallMissingOrWithoutCurrentItem) {
     for (const auto& c : cases) {
         lib.SetView(c.view, c.current);
         if (c.failing != Op::Count_) lib.FailOperation(c.failing, E_FAIL);
-        CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, texts);
+        CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, controls, texts);
         model.m_walk.Connect(site.p);
         model.ReadImageProperties(model.m_item);
         model.ShowImageProperties();
@@ -146,7 +146,7 @@ TEST_F(PropertyModels, ButtonsWhenTheViewIsSmallMissingOrWithoutCurrentItem) {
 
 TEST_F(PropertyModels, FailedFetchKeepsTheItemAndFailedReadEmptiesTheList) {
     lib.SetView({sample.pictures[0], sample.pictures[1], sample.pictures[2]}, 0);
-    CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, texts);
+    CImagePropertyModel model(site.p, root.p, P(sample.pictures[0]), controls, controls, texts);
     model.m_walk.Connect(site.p);
     model.ReadImageProperties(model.m_item);
     model.ShowImageProperties();
@@ -172,7 +172,7 @@ TEST_F(PropertyModels, PreviewFromAFileTakesItsSizeAfterTheTurn) {
     kxhost::PreviewPicture file;
     file.path = L"C:\\Pictures\\turned.jpg";
     lib.SetPreview(picture, file);
-    CImagePropertyModel model(site.p, root.p, P(picture), controls, texts);
+    CImagePropertyModel model(site.p, root.p, P(picture), controls, controls, texts);
     ASSERT_EQ(S_OK, model.ReadImageProperties(model.m_item));
     model.ShowImageProperties();
     EXPECT_EQ((Events{"file C:\\Pictures\\turned.jpg turn 1", "rows 24"}), controls.shown);
@@ -186,7 +186,7 @@ TEST_F(PropertyModels, VideoReadFillsRowsInOrderAndWalksWithoutBoundsTest) {
     lib.SetValue(sample.videos[0], KxPropVideo14, kxhost::PropertyValue::Int(1920));
     lib.SetValue(sample.videos[0], KxPropVideo15, kxhost::PropertyValue::Int(1080));
     lib.SetView({sample.videos[1], sample.videos[0]}, 1);
-    CVideoPropertyModel model(site.p, root.p, P(sample.videos[0]), controls, texts);
+    CVideoPropertyModel model(site.p, root.p, P(sample.videos[0]), controls, controls, texts);
     model.m_walk.Connect(site.p);
     ASSERT_EQ(S_OK, model.ReadVideoProperties(model.m_item));
     EXPECT_EQ((Events{"3 D:\\Videos", "4 2.23 GB", "0 1920[161]", "1 1080[161]", "5 1:02:05", "video preview"}),
@@ -209,6 +209,20 @@ TEST_F(PropertyModels, VideoReadFillsRowsInOrderAndWalksWithoutBoundsTest) {
     ASSERT_EQ(S_FALSE, model.ReadVideoProperties(P(bare)));
     EXPECT_EQ((Events{"3 ", "4 ", "0 ", "1 ", "5 ", "fallback"}), controls.shown);
     EXPECT_EQ(E_POINTER, model.ReadVideoProperties(nullptr));
+}
+
+TEST_F(PropertyModels, MissingPropertiesOrPreviewObjectIsKeptForTheHost) {
+    for (int nth : {1, 2}) {  // the properties object, then the preview object
+        CImagePropertyModel image(site.p, root.p, P(sample.pictures[0]), controls, controls, texts);
+        lib.FailOperation(Op::GetItemObject, E_NOINTERFACE, nth);
+        EXPECT_EQ(E_POINTER, image.ReadImageProperties(image.m_item)) << nth;
+        EXPECT_EQ(E_POINTER, image.m_hrResult) << nth;
+        CVideoPropertyModel video(site.p, root.p, P(sample.videos[0]), controls, controls, texts);
+        lib.FailOperation(Op::GetItemObject, E_NOINTERFACE, nth);
+        EXPECT_EQ(E_POINTER, video.ReadVideoProperties(video.m_item)) << nth;
+        EXPECT_EQ(E_POINTER, video.m_hrResult) << nth;
+        lib.ResetFailures();
+    }
 }
 
 TEST(PropertyWalkKeys, LeftAndRightStepOnlyFromTheButtonsWithoutModifiers) {
