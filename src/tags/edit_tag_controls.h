@@ -17,7 +17,8 @@ public:
     virtual bool Exists(int id) = 0;
     // False, with the text left alone, when the control is missing.
     virtual bool GetText(int id, std::wstring* text) = 0;
-    // The control reports the change (EN_UPDATE / CBN_EDITUPDATE) before this returns.
+    // An edit control reports the change (EN_UPDATE) before this returns; a combo box, like the
+    // platform's, reports none.
     virtual void SetText(int id, const std::wstring& text) = 0;
     virtual void Enable(int id, bool enable) = 0;
     virtual bool IsEnabled(int id) = 0;
@@ -26,7 +27,7 @@ public:
     // Focuses the field and selects all of its text; an edit control also scrolls the caret in.
     virtual void SelectAllText(int id, bool editControl) = 0;
 
-    // The list of a combo box. Selecting shows the entry's text in the edit part.
+    // The list of a combo box. Selecting shows the entry's text in the edit part, unreported.
     virtual void ResetList(int id) = 0;
     virtual void AddToList(int id, const std::wstring& text) = 0;
     virtual void InsertInList(int id, int index, const std::wstring& text) = 0;

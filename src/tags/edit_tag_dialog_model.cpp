@@ -70,6 +70,8 @@ int CEditTagDialogModel::CheckLength(int id, BOOL restore) {
         m_checkLength = FALSE;
         const std::wstring last = m_lastText;
         m_controls.SetText(id, last);
+        // A combo box reports no change of its own text: nothing is left to skip.
+        m_checkLength = TRUE;
     } else {
         m_lastText = text;
     }

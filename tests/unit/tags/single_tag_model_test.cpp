@@ -20,8 +20,8 @@ using kxhost::ItemKind;
 
 inline std::string Narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
-// The dialog's controls as a table. Texts of the fields that notify a change are reported to the
-// model, as the real controls do before SetWindowText returns.
+// The dialog's controls as a table. A text set in an edit control is reported to the model, as
+// the platform's edit controls do before SetWindowText returns; combo boxes report only typing.
 class FakeControls : public IEditTagControls {
 public:
     struct Control {
@@ -42,7 +42,10 @@ public:
             controls[id];
     }
     // What the user types or pastes: the text, then the change notification.
-    void Type(int id, const std::wstring& text) { SetText(id, text); }
+    void Type(int id, const std::wstring& text) {
+        controls[id].text = text;
+        model->OnFieldChanged(id);
+    }
 
     HWND DialogWindow() override { return nullptr; }
     bool Exists(int id) override { return controls.count(id) != 0; }
@@ -53,7 +56,7 @@ public:
     }
     void SetText(int id, const std::wstring& text) override {
         controls[id].text = text;
-        if (model) model->OnFieldChanged(id);
+        if (model && (id == KX_IDC_TAG_TITLE || id == KX_IDC_TAG_NUMBER)) model->OnFieldChanged(id);
     }
     void Enable(int id, bool enable) override { controls[id].enabled = enable; }
     bool IsEnabled(int id) override { return Exists(id) && controls[id].enabled; }
@@ -66,7 +69,7 @@ public:
         auto& list = controls[id].list;
         list.insert(list.begin() + index, text);
     }
-    void SelectInList(int id, int index) override { SetText(id, controls[id].list.at(static_cast<size_t>(index))); }
+    void SelectInList(int id, int index) override { controls[id].text = controls[id].list.at(static_cast<size_t>(index)); }
     int GetSliderPos(int id) override { return controls[id].pos; }
     void SetSliderPos(int id, int pos) override { controls[id].pos = pos; }
     void ShowArtBytes(const BYTE*, ULONG size) override { log += "art" + std::to_string(size) + " "; }

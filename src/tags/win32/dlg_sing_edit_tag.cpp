@@ -1,0 +1,250 @@
+// The single-item tag dialog's window: its controls for the model, the warnings, the picture,
+// the step buttons and keys, the help balloon and the store link.
+#include "tags/win32/dlg_sing_edit_tag.h"
+
+#include <commctrl.h>
+#include <new>
+
+#include "balloon/win32/balloon_platform.h"
+#include "frame/settings_table.h"
+#include "frame/win32/shell_execute.h"
+#include "frame/win32/skin_statics.h"
+#include "ui/resource_string.h"
+
+namespace {
+
+const DWORD kHelpShowTime = 6000;  // milliseconds
+
+bool AnyModifierDown() {
+    for (int vk : {VK_LSHIFT, VK_RSHIFT, VK_LCONTROL, VK_RCONTROL, VK_LMENU, VK_RMENU, VK_LWIN, VK_RWIN})
+        if (::GetKeyState(vk) < 0) return true;
+    return false;
+}
+
+}  // namespace
+
+CDlgSingEditTag::CDlgSingEditTag(IKxContentSite* site, IKxContentFolder* folder, UINT itemCount,
+                                 const KxPcPidl* items, CWnd* pParentWnd, IEditTipMaker* tipMaker)
+    : CKxSkinnedDialog(IDD, pParentWnd),
+      m_model(*this, site, folder, itemCount, items),
+      m_szSkinFile{},
+      m_tipMaker(m_szSkinFile),
+      m_digitBalloon(tipMaker ? *tipMaker : m_tipMaker),
+      m_lengthBalloon(tipMaker ? *tipMaker : m_tipMaker),
+      m_helpBalloon(nullptr) {}
+
+CDlgSingEditTag::~CDlgSingEditTag() = default;
+
+BOOL CDlgSingEditTag::PreTranslateMessage(MSG* pMsg) {
+    if (pMsg->message == WM_KEYUP && (pMsg->wParam == VK_LEFT || pMsg->wParam == VK_RIGHT)) {
+        if (m_model.OnStepKey(static_cast<UINT>(pMsg->wParam), AnyModifierDown())) return TRUE;
+    }
+    if (pMsg->message == WM_KEYDOWN) {
+        const bool control = ::GetKeyState(VK_LCONTROL) < 0 || ::GetKeyState(VK_RCONTROL) < 0;
+        m_model.OnKeyDown(static_cast<UINT>(pMsg->wParam), control);
+    }
+    return CDialog::PreTranslateMessage(pMsg);
+}
+
+BOOL CDlgSingEditTag::OnInitDialog() {
+    CDialog::OnInitDialog();
+    KxGetSkinPackagePath(m_szSkinFile);
+    if (FAILED(m_model.InitDialog())) {
+        PostMessage(WM_CLOSE);  // the host sees a cancelled dialog
+        return TRUE;
+    }
+    AttachSkin();  // the platform look if it fails
+
+    ::SendMessageW(Item(KX_IDC_TAG_RATING), TBM_SETRANGE, FALSE, MAKELPARAM(0, 5));
+    SetDlgItemText(KX_IDC_TAG_NOTE, ResourceString(KX_IDS_TAG_NOTE).c_str());
+    ::SendMessageW(Item(KX_IDC_TAG_YEAR), CB_LIMITTEXT, 4, 0);
+    ::SendMessageW(Item(KX_IDC_TAG_TRACK), CB_LIMITTEXT, 20, 0);
+    ::SendMessageW(Item(KX_IDC_TAG_NUMBER), EM_LIMITTEXT, 7, 0);
+    m_picture.Attach(Item(KX_IDC_TAG_ART));
+
+    Focus(KX_IDC_TAG_NEXT);
+    return FALSE;  // the focus has been set
+}
+
+KxMessageMap CDlgSingEditTag::GetMessageMap() const {
+    typedef CDlgSingEditTag D;
+    static const KxMessageEntry kEntries[] = {
+        KxOnCommand(KX_IDC_TAG_TITLE, EN_UPDATE, &D::OnFieldChange<KX_IDC_TAG_TITLE>),
+        KxOnCommand(KX_IDC_TAG_ARTIST, CBN_EDITUPDATE, &D::OnFieldChange<KX_IDC_TAG_ARTIST>),
+        KxOnCommand(KX_IDC_TAG_ARTIST2, CBN_EDITUPDATE, &D::OnFieldChange<KX_IDC_TAG_ARTIST2>),
+        KxOnCommand(KX_IDC_TAG_ALBUM, CBN_EDITUPDATE, &D::OnFieldChange<KX_IDC_TAG_ALBUM>),
+        KxOnCommand(KX_IDC_TAG_GENRE, CBN_EDITUPDATE, &D::OnFieldChange<KX_IDC_TAG_GENRE>),
+        KxOnCommand(KX_IDC_TAG_YEAR, CBN_EDITCHANGE, &D::OnFieldChange<KX_IDC_TAG_YEAR>),
+        KxOnCommand(KX_IDC_TAG_TRACK, CBN_EDITCHANGE, &D::OnFieldChange<KX_IDC_TAG_TRACK>),
+        KxOnCommand(KX_IDC_TAG_NUMBER, EN_UPDATE, &D::OnFieldChange<KX_IDC_TAG_NUMBER>),
+        KxOnCommand(KX_IDC_TAG_REMOVE, BN_CLICKED, &D::OnRemoveArt),
+        KxOnCommand(KX_IDC_TAG_PREV, BN_CLICKED, &D::OnPrevItem),
+        KxOnCommand(KX_IDC_TAG_NEXT, BN_CLICKED, &D::OnNextItem),
+        KxOnCommand(KX_IDC_TAG_HELP, BN_CLICKED, &D::OnHelp),
+        KxOnCommand(KX_IDC_TAG_CLOSE, BN_CLICKED, &D::OnClose),
+        KxOnCommand(KX_IDC_TAG_STORE, BN_CLICKED, &D::OnStore),
+    };
+    return KxMakeMessageMap(kEntries);  // IDOK (Return) and IDCANCEL (Escape, close box): the base
+}
+
+void CDlgSingEditTag::OnShowWindow(BOOL bShow, UINT nStatus) {
+    CDialog::OnShowWindow(bShow, nStatus);
+    m_model.OnShowWindow(bShow != FALSE);
+}
+
+BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
+    if (message == WM_MOVE) {
+        // the warnings point at where their fields were
+        m_digitBalloon.Hide();
+        m_lengthBalloon.Hide();
+        if (m_helpBalloon) m_helpBalloon->UpdatePosition();
+    } else if (message == WM_SETCURSOR) {
+        RECT rc;
+        POINT pt;
+        HWND store = Item(KX_IDC_TAG_STORE);
+        if (store && ::GetWindowRect(store, &rc) && ::GetCursorPos(&pt) && ::PtInRect(&rc, pt)) {
+            ::SetCursor(::LoadCursorW(nullptr, IDC_HAND));
+            *pResult = TRUE;
+            return TRUE;
+        }
+    }
+    return CDialog::OnDialogMessage(message, wParam, lParam, pResult);
+}
+
+void CDlgSingEditTag::OnDestroy() {
+    if (m_helpBalloon) {
+        m_helpBalloon->Show(FALSE, 0);
+        m_helpBalloon->Release();
+        m_helpBalloon = nullptr;
+    }
+    m_digitBalloon.Release();
+    m_lengthBalloon.Release();
+    m_picture.Free();
+    m_model.ClearShownArt();
+    m_model.ReleaseNamespace();
+    CDialog::OnDestroy();
+}
+
+void CDlgSingEditTag::OnOK() {
+    if (m_model.OnOK() == CSingleTagModel::OkOutcome::Close) CDialog::OnOK();
+}
+
+void CDlgSingEditTag::StepWithWaitCursor(bool forward) {
+    HCURSOR before = ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
+    m_model.Step(forward);
+    ::SetCursor(before);
+}
+
+void CDlgSingEditTag::OnPrevItem() { StepWithWaitCursor(false); }
+
+void CDlgSingEditTag::OnNextItem() { StepWithWaitCursor(true); }
+
+void CDlgSingEditTag::OnRemoveArt() { m_model.OnRemoveArt(); }
+
+void CDlgSingEditTag::OnHelp() {
+    if (!m_helpBalloon) {
+        auto* made = new (std::nothrow) CKxBalloonlTip(KxWin32BalloonPlatform());
+        if (!made) return;
+        const std::wstring text = ResourceString(KX_IDS_TAG_HELP_TEXT);
+        const std::wstring title = ResourceString(KX_IDS_TAG_HELP_TITLE);
+        made->Init(Item(KX_IDC_TAG_HELP), text.c_str(), title.c_str(), 0x40, m_szSkinFile, title.c_str(), FALSE);
+        m_helpBalloon = made;
+    }
+    if (FAILED(m_helpBalloon->Show(TRUE, kHelpShowTime))) {
+        m_helpBalloon->Release();
+        m_helpBalloon = nullptr;
+    }
+}
+
+void CDlgSingEditTag::OnClose() { OnCancel(); }
+
+void CDlgSingEditTag::OnStore() { OpenMusicStore(KxWin32ShellExecute()); }
+
+// ---- IEditTagControls ------------------------------------------------------------------------------
+
+HWND CDlgSingEditTag::DialogWindow() { return m_hWnd; }
+
+bool CDlgSingEditTag::Exists(int id) { return Item(id) != nullptr; }
+
+bool CDlgSingEditTag::GetText(int id, std::wstring* text) {
+    HWND control = Item(id);
+    if (!control) return false;
+    text->assign(static_cast<size_t>(::GetWindowTextLengthW(control)) + 1, L'\0');
+    text->resize(static_cast<size_t>(::GetWindowTextW(control, &(*text)[0], static_cast<int>(text->size()))));
+    return true;
+}
+
+void CDlgSingEditTag::SetText(int id, const std::wstring& text) { SetDlgItemText(id, text.c_str()); }
+
+void CDlgSingEditTag::Enable(int id, bool enable) {
+    if (HWND control = Item(id)) ::EnableWindow(control, enable ? TRUE : FALSE);
+}
+
+bool CDlgSingEditTag::IsEnabled(int id) {
+    HWND control = Item(id);
+    return control && ::IsWindowEnabled(control);
+}
+
+void CDlgSingEditTag::Focus(int id) {
+    // through the dialog manager, so that the default button follows the focus
+    if (HWND control = Item(id)) ::SendMessageW(m_hWnd, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+}
+
+int CDlgSingEditTag::FocusedControl() {
+    HWND focus = ::GetFocus();
+    if (!focus || !::IsChild(m_hWnd, focus)) return 0;
+    HWND parent = ::GetParent(focus);
+    if (parent != m_hWnd) focus = parent;  // the edit part of a combo box
+    return ::GetDlgCtrlID(focus);
+}
+
+void CDlgSingEditTag::SelectAllText(int id, bool editControl) {
+    HWND control = Item(id);
+    if (!control) return;
+    ::SetFocus(control);
+    if (editControl) {
+        ::SendMessageW(control, EM_SETSEL, 0, -1);
+        ::SendMessageW(control, EM_SCROLLCARET, 0, 0);
+    } else {
+        ::SendMessageW(control, CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
+    }
+}
+
+void CDlgSingEditTag::ResetList(int id) { ::SendMessageW(Item(id), CB_RESETCONTENT, 0, 0); }
+
+void CDlgSingEditTag::AddToList(int id, const std::wstring& text) {
+    ::SendMessageW(Item(id), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void CDlgSingEditTag::InsertInList(int id, int index, const std::wstring& text) {
+    ::SendMessageW(Item(id), CB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void CDlgSingEditTag::SelectInList(int id, int index) {
+    ::SendMessageW(Item(id), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+int CDlgSingEditTag::GetSliderPos(int id) { return static_cast<int>(::SendMessageW(Item(id), TBM_GETPOS, 0, 0)); }
+
+void CDlgSingEditTag::SetSliderPos(int id, int pos) { ::SendMessageW(Item(id), TBM_SETPOS, TRUE, pos); }
+
+void CDlgSingEditTag::ShowArtBytes(const BYTE* bytes, ULONG size) { m_picture.ShowBytes(bytes, size); }
+
+void CDlgSingEditTag::ShowDefaultArt() { m_picture.ShowDefault(); }
+
+bool CDlgSingEditTag::ShowWarning(KxFieldWarning which, int id, const std::wstring& text, const std::wstring& title) {
+    CEditWarningTip& tip = which == KxFieldWarning::Digits ? m_digitBalloon : m_lengthBalloon;
+    return tip.Show(Item(id), text.c_str(), title.c_str());
+}
+
+void CDlgSingEditTag::HideWarning(KxFieldWarning which) {
+    (which == KxFieldWarning::Digits ? m_digitBalloon : m_lengthBalloon).Hide();
+}
+
+std::wstring CDlgSingEditTag::ResourceString(UINT id) { return KxLoadResourceString(id); }
+
+void CDlgSingEditTag::ShowMessage(UINT textId, UINT captionId) {
+    const std::wstring text = ResourceString(textId);
+    const std::wstring caption = ResourceString(captionId);
+    ::MessageBoxW(m_hWnd, text.c_str(), caption.c_str(), MB_OK);
+}
