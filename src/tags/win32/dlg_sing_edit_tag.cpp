@@ -3,12 +3,18 @@
 #include "tags/win32/dlg_sing_edit_tag.h"
 
 #include <commctrl.h>
+#include <commdlg.h>
+#include <gdiplus.h>
+
 #include <new>
 
 #include "balloon/win32/balloon_platform.h"
 #include "frame/settings_table.h"
 #include "frame/win32/shell_execute.h"
 #include "frame/win32/skin_statics.h"
+#include "imaging/fit_box.h"
+#include "imaging/win32/art_files_win32.h"
+#include "imaging/win32/gdiplus_flat_win32.h"
 #include "ui/resource_string.h"
 
 namespace {
@@ -31,7 +37,8 @@ CDlgSingEditTag::CDlgSingEditTag(IKxContentSite* site, IKxContentFolder* folder,
       m_tipMaker(m_szSkinFile),
       m_digitBalloon(tipMaker ? *tipMaker : m_tipMaker),
       m_lengthBalloon(tipMaker ? *tipMaker : m_tipMaker),
-      m_helpBalloon(nullptr) {}
+      m_helpBalloon(nullptr),
+      m_art(KxGdiplusPlatform(), KxArtFiles()) {}
 
 CDlgSingEditTag::~CDlgSingEditTag() = default;
 
@@ -77,6 +84,7 @@ KxMessageMap CDlgSingEditTag::GetMessageMap() const {
         KxOnCommand(KX_IDC_TAG_YEAR, CBN_EDITCHANGE, &D::OnFieldChange<KX_IDC_TAG_YEAR>),
         KxOnCommand(KX_IDC_TAG_TRACK, CBN_EDITCHANGE, &D::OnFieldChange<KX_IDC_TAG_TRACK>),
         KxOnCommand(KX_IDC_TAG_NUMBER, EN_UPDATE, &D::OnFieldChange<KX_IDC_TAG_NUMBER>),
+        KxOnCommand(KX_IDC_TAG_BROWSE, BN_CLICKED, &D::OnBrowseArt),
         KxOnCommand(KX_IDC_TAG_REMOVE, BN_CLICKED, &D::OnRemoveArt),
         KxOnCommand(KX_IDC_TAG_PREV, BN_CLICKED, &D::OnPrevItem),
         KxOnCommand(KX_IDC_TAG_NEXT, BN_CLICKED, &D::OnNextItem),
@@ -140,6 +148,52 @@ void CDlgSingEditTag::OnPrevItem() { StepWithWaitCursor(false); }
 void CDlgSingEditTag::OnNextItem() { StepWithWaitCursor(true); }
 
 void CDlgSingEditTag::OnRemoveArt() { m_model.OnRemoveArt(); }
+
+void CDlgSingEditTag::OnBrowseArt() {
+    if (BrowseForArt()) Enable(KX_IDC_TAG_REMOVE, true);
+}
+
+bool CDlgSingEditTag::BrowseForArt() {
+    if (!m_picture.m_hControl) return false;
+    // "|" separates the filter's parts in the string; the dialog wants them ended by nulls.
+    std::wstring filter = ResourceString(106);
+    for (wchar_t& c : filter)
+        if (c == L'|') c = L'\0';
+    filter.push_back(L'\0');
+    WCHAR file[MAX_PATH] = {};
+    OPENFILENAMEW ofn = {};
+    ofn.lStructSize = sizeof ofn;
+    ofn.hwndOwner = m_hWnd;
+    ofn.lpstrFilter = filter.c_str();
+    ofn.lpstrFile = file;
+    ofn.nMaxFile = MAX_PATH;
+    ofn.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST;
+    if (!::GetOpenFileNameW(&ofn)) return false;
+    return LoadArtFromFile(file);
+}
+
+bool CDlgSingEditTag::LoadArtFromFile(LPCWSTR path) {
+    if (!path) return false;
+    Gdiplus::GpBitmap* source = nullptr;
+    if (Gdiplus::DllExports::GdipCreateBitmapFromFile(path, &source) != Gdiplus::Ok || !source) return false;
+    UINT width = 0;
+    UINT height = 0;
+    Gdiplus::DllExports::GdipGetImageWidth(source, &width);
+    Gdiplus::DllExports::GdipGetImageHeight(source, &height);
+    Gdiplus::DllExports::GdipDisposeImage(source);
+    if (width == 0 || height == 0) return false;
+    UINT fitWidth = width;
+    UINT fitHeight = height;
+    ScaleToFitBox(&fitWidth, &fitHeight, kArtThumbnailBox, kArtThumbnailBox);
+    // The picture shows what will be stored: the bytes are made first, and a picture whose bytes
+    // cannot be made is not taken (the art shown and kept stay as they were).
+    CKxTaskMem<BYTE*> bytes;
+    ULONG size = 0;
+    if (!m_art.PrepareArtBytes(bytes.Put(), &size, path, static_cast<INT>(fitWidth), static_cast<INT>(fitHeight),
+                               static_cast<INT>(width), static_cast<INT>(height)))
+        return false;
+    return m_model.SetNewArt(bytes.Get(), size);
+}
 
 void CDlgSingEditTag::OnHelp() {
     if (!m_helpBalloon) {

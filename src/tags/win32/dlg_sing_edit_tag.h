@@ -9,6 +9,7 @@
 #include "dialogs/edit_warning_tip.h"
 #include "dialogs/win32/name_tip_maker.h"
 #include "frame/win32/skinned_dialog.h"
+#include "imaging/album_art.h"
 #include "imaging/win32/property_preview.h"  // CGdiplusSession
 #include "tags/single_tag_model.h"
 #include "tags/win32/art_picture.h"
@@ -33,6 +34,13 @@ public:
     CEditWarningTip m_lengthBalloon;
     IKxBalloonTip* m_helpBalloon;
     CArtPicture m_picture;
+    CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
+
+    // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
+    // stored as JPEG (a small JPEG as it is). False when it is no picture or its bytes cannot be made.
+    bool LoadArtFromFile(LPCWSTR path);
+    // The open dialog with the pictures' filter (string 106); false when cancelled.
+    bool BrowseForArt();
 
 protected:
     BOOL OnInitDialog() override;
@@ -50,6 +58,7 @@ private:
     void OnPrevItem();
     void OnNextItem();
     void OnRemoveArt();
+    void OnBrowseArt();
     void OnHelp();
     void OnClose();
     void OnStore();

@@ -4,6 +4,8 @@
 // stepping, and a failed step's message box. Every test ends with nothing left behind.
 #include <windows.h>
 #include <commctrl.h>
+#include <gdiplus.h>
+#include <shlwapi.h>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +18,7 @@
 #include <vector>
 
 #include "host/library/in_memory_library.h"
+#include "host/library/jpeg_encoder.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
@@ -293,6 +296,111 @@ TEST_F(EditTagThroughPlugin, AFailedStepShowsTheMessageAndStays) {
     EXPECT_EQ(L"Edit Tags", g_boxCaption) << "the message box came up with its caption";
     EXPECT_EQ("P+ N- fP One", shown) << "the failed side is closed, the item stays";
     EXPECT_EQ("", Writes()) << "the unchanged item wrote nothing";
+}
+
+// The file dialog runs its own loop: a timer of the test's own types the path into it and opens.
+std::wstring g_chosenFile;
+bool g_fileDialogAnswered = false;
+BOOL CALLBACK FindFileDialog(HWND window, LPARAM found) {
+    WCHAR cls[16] = {};
+    GetClassNameW(window, cls, 16);
+    if (window == g_stepDialog || wcscmp(cls, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+void CALLBACK AnswerFileDialog(HWND, UINT, UINT_PTR id, DWORD) {
+    HWND box = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindFileDialog, reinterpret_cast<LPARAM>(&box));
+    if (!box) return;
+    KillTimer(nullptr, id);
+    for (int name : {0x47C, 0x480}) SetDlgItemTextW(box, name, g_chosenFile.c_str());  // combo or edit
+    // an empty name cancels
+    if (g_chosenFile.empty()) {
+        PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+        return;
+    }
+    g_fileDialogAnswered = true;
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
+// The picture's size and whether it is a JPEG, as GDI+ reads the bytes.
+std::string DescribePicture(const std::vector<BYTE>& bytes) {
+    using namespace Gdiplus;
+    GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    if (GdiplusStartup(&token, &input, nullptr) != Ok) return "no platform";
+    std::string out = "unreadable";
+    IStream* stream = SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size()));
+    GpBitmap* bitmap = nullptr;
+    if (stream && DllExports::GdipCreateBitmapFromStream(stream, &bitmap) == Ok && bitmap) {
+        UINT w = 0, h = 0;
+        GUID format = {};
+        DllExports::GdipGetImageWidth(bitmap, &w);
+        DllExports::GdipGetImageHeight(bitmap, &h);
+        DllExports::GdipGetImageRawFormat(bitmap, &format);
+        out = (IsEqualGUID(format, ImageFormatJPEG) ? "JPEG " : "other ") + std::to_string(w) + "x" + std::to_string(h);
+        DllExports::GdipDisposeImage(bitmap);
+    }
+    if (stream) stream->Release();
+    GdiplusShutdown(token);
+    return out;
+}
+
+// A JPEG that fits the thumbnail is stored as its file's exact bytes. (A larger picture is scaled
+// and re-encoded with its metadata copied; Wine's imaging cannot say that a file has no metadata,
+// so that path is covered by the imaging tests on their stand-in.)
+TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
+    {
+        // the file dialog's first showing keeps the shell's icons and lists for the process
+        g_chosenFile.clear();
+        DialogDriver warmup;
+        warmup.Do([](HWND dlg) {
+                  g_stepDialog = dlg;
+                  SetTimer(nullptr, 0, 200, AnswerFileDialog);
+              })
+            .Click(KX_IDC_TAG_BROWSE)
+            .Press(VK_ESCAPE);
+        Run(0, warmup);
+        before = CountResources();
+    }
+    WCHAR temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    g_chosenFile = std::wstring(temp) + L"kx_edit_tag_cover.jpg";
+    std::vector<DWORD> pixels;
+    for (int y = 0; y < 80; ++y)
+        for (int x = 0; x < 120; ++x) pixels.push_back(0xFF000000u | static_cast<DWORD>(x * 2) << 16 | static_cast<DWORD>(y * 3));
+    const std::vector<BYTE> jpeg = kxhost::EncodeJpeg(120, 80, pixels);
+    FILE* f = _wfopen(g_chosenFile.c_str(), L"wb");
+    ASSERT_TRUE(f);
+    fwrite(jpeg.data(), jpeg.size(), 1, f);
+    fclose(f);
+
+    g_fileDialogAnswered = false;
+    bool removeEnabled = false;
+    bool pictureShown = false;
+    DialogDriver driver;
+    driver
+        .Do([](HWND dlg) {
+            g_stepDialog = dlg;
+            SendDlgItemMessageW(dlg, KX_IDC_TAG_REMOVE, BM_CLICK, 0, 0);  // the old art goes first
+            SetTimer(nullptr, 0, 200, AnswerFileDialog);
+        })
+        .Click(KX_IDC_TAG_BROWSE)
+        .Inspect([&](HWND dlg) {
+            removeEnabled = ItemEnabled(dlg, KX_IDC_TAG_REMOVE);
+            pictureShown = SendDlgItemMessageW(dlg, KX_IDC_TAG_ART, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+        })
+        .Click(IDOK);
+    EXPECT_EQ("00000000", Run(0, driver));
+    DeleteFileW(g_chosenFile.c_str());
+    EXPECT_TRUE(g_fileDialogAnswered);
+    EXPECT_TRUE(removeEnabled) << "new art can be removed again";
+    EXPECT_TRUE(pictureShown);
+    EXPECT_EQ("0:art", Writes()) << "the new art replaces the old, no removal";
+    const auto art = lib->Value(tracks[0], KxPropAlbumArt);
+    ASSERT_TRUE(art);
+    EXPECT_TRUE(art->bytes == jpeg) << "the file's exact bytes";
+    EXPECT_EQ("JPEG 120x80", DescribePicture(art->bytes));
 }
 
 }  // namespace
