@@ -38,11 +38,14 @@ CDlgSingEditTag::CDlgSingEditTag(IKxContentSite* site, IKxContentFolder* folder,
       m_digitBalloon(tipMaker ? *tipMaker : m_tipMaker),
       m_lengthBalloon(tipMaker ? *tipMaker : m_tipMaker),
       m_helpBalloon(nullptr),
+      m_tips{},
       m_art(KxGdiplusPlatform(), KxArtFiles()) {}
 
 CDlgSingEditTag::~CDlgSingEditTag() = default;
 
 BOOL CDlgSingEditTag::PreTranslateMessage(MSG* pMsg) {
+    for (HWND tip : m_tips)
+        if (tip && ::IsWindow(tip)) ::SendMessageW(tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(pMsg));
     if (pMsg->message == WM_KEYUP && (pMsg->wParam == VK_LEFT || pMsg->wParam == VK_RIGHT)) {
         if (m_model.OnStepKey(static_cast<UINT>(pMsg->wParam), AnyModifierDown())) return TRUE;
     }
@@ -68,6 +71,7 @@ BOOL CDlgSingEditTag::OnInitDialog() {
     ::SendMessageW(Item(KX_IDC_TAG_TRACK), CB_LIMITTEXT, 20, 0);
     ::SendMessageW(Item(KX_IDC_TAG_NUMBER), EM_LIMITTEXT, 7, 0);
     m_picture.Attach(Item(KX_IDC_TAG_ART));
+    AddToolTips();
 
     Focus(KX_IDC_TAG_NEXT);
     return FALSE;  // the focus has been set
@@ -135,6 +139,30 @@ void CDlgSingEditTag::OnDestroy() {
 
 void CDlgSingEditTag::OnOK() {
     if (m_model.OnOK() == CSingleTagModel::OkOutcome::Close) CDialog::OnOK();
+}
+
+// One tip window per control, owned by the dialog, which destroys them with itself.
+void CDlgSingEditTag::AddToolTips() {
+    static const struct {
+        int id;
+        UINT text;
+    } kTips[] = {{KX_IDC_TAG_CLOSE, 182}, {KX_IDC_TAG_BROWSE, 50}, {KX_IDC_TAG_REMOVE, 107}, {KX_IDC_TAG_STORE, 243}};
+    for (size_t i = 0; i < 4; ++i) {
+        HWND control = Item(kTips[i].id);
+        if (!control) continue;
+        HWND tip = ::CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
+                                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr, nullptr, nullptr);
+        if (!tip) continue;
+        std::wstring text = ResourceString(kTips[i].text);
+        TOOLINFOW tool = {};
+        tool.cbSize = sizeof tool;
+        tool.uFlags = TTF_IDISHWND;  // the dialog relays the mouse messages
+        tool.hwnd = m_hWnd;
+        tool.uId = reinterpret_cast<UINT_PTR>(control);
+        tool.lpszText = &text[0];
+        ::SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+        m_tips[i] = tip;
+    }
 }
 
 void CDlgSingEditTag::StepWithWaitCursor(bool forward) {

@@ -34,6 +34,7 @@ public:
     CEditWarningTip m_lengthBalloon;
     IKxBalloonTip* m_helpBalloon;
     CArtPicture m_picture;
+    HWND m_tips[4];   // the tool tips of Close, Change..., Remove and the store link
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
@@ -63,6 +64,7 @@ private:
     void OnClose();
     void OnStore();
     void StepWithWaitCursor(bool forward);
+    void AddToolTips();
 
     // IEditTagControls
     HWND DialogWindow() override;
