@@ -5,6 +5,8 @@
 #include <commctrl.h>
 #include <commdlg.h>
 #include <gdiplus.h>
+#include <shellapi.h>
+#include <shlwapi.h>
 
 #include <new>
 
@@ -90,6 +92,9 @@ KxMessageMap CDlgSingEditTag::GetMessageMap() const {
         KxOnCommand(KX_IDC_TAG_NUMBER, EN_UPDATE, &D::OnFieldChange<KX_IDC_TAG_NUMBER>),
         KxOnCommand(KX_IDC_TAG_BROWSE, BN_CLICKED, &D::OnBrowseArt),
         KxOnCommand(KX_IDC_TAG_REMOVE, BN_CLICKED, &D::OnRemoveArt),
+        KxOnCommand(KX_IDM_ART_BROWSE, 0, &D::OnBrowseArt),
+        KxOnCommand(KX_IDM_ART_PASTE, 0, &D::OnPasteArt),
+        KxOnCommand(KX_IDM_ART_REMOVE, 0, &D::OnRemoveArt),
         KxOnCommand(KX_IDC_TAG_PREV, BN_CLICKED, &D::OnPrevItem),
         KxOnCommand(KX_IDC_TAG_NEXT, BN_CLICKED, &D::OnNextItem),
         KxOnCommand(KX_IDC_TAG_HELP, BN_CLICKED, &D::OnHelp),
@@ -110,6 +115,15 @@ BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
         m_digitBalloon.Hide();
         m_lengthBalloon.Hide();
         if (m_helpBalloon) m_helpBalloon->UpdatePosition();
+    } else if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == Item(KX_IDC_TAG_ART)) {
+        // from the keyboard (-1, -1) the menu opens at the picture's middle
+        POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+        RECT rc;
+        if (lParam == -1 && ::GetWindowRect(Item(KX_IDC_TAG_ART), &rc))
+            at = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+        ShowArtMenu(at);
+        *pResult = 0;
+        return TRUE;
     } else if (message == WM_SETCURSOR) {
         RECT rc;
         POINT pt;
@@ -198,6 +212,73 @@ bool CDlgSingEditTag::BrowseForArt() {
     ofn.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST;
     if (!::GetOpenFileNameW(&ofn)) return false;
     return LoadArtFromFile(file);
+}
+
+void CDlgSingEditTag::OnPasteArt() {
+    if (PasteArt()) Enable(KX_IDC_TAG_REMOVE, true);
+}
+
+void CDlgSingEditTag::ShowArtMenu(POINT at) {
+    ArtMenuState state;
+    state.artRemoved = m_model.m_bArtRemoved != FALSE;
+    state.commandsEnabled = m_art.m_bArtCommandsEnabled != FALSE;
+    ArtClipboardOffer offer;
+    if (::OpenClipboard(m_hWnd)) {
+        offer.hasBitmap = ::IsClipboardFormatAvailable(CF_BITMAP) != FALSE;
+        if (offer.hasBitmap) {
+            auto bitmap = static_cast<HBITMAP>(::GetClipboardData(CF_BITMAP));
+            offer.bitmapStored = bitmap && m_art.StorePastedBitmap(bitmap);
+        } else {
+            offer.hasDib = ::IsClipboardFormatAvailable(CF_DIB) != FALSE;
+            offer.hasFileList = ::IsClipboardFormatAvailable(CF_HDROP) != FALSE;
+        }
+        if (!offer.hasBitmap && !offer.hasDib && offer.hasFileList) {
+            if (auto drop = static_cast<HDROP>(::GetClipboardData(CF_HDROP))) {
+                offer.fileCount = static_cast<int>(::DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0));
+                WCHAR path[kArtPathChars] = {};
+                if (offer.fileCount > 0 && ::DragQueryFileW(drop, 0, path, kArtPathChars)) offer.firstFile = path;
+            }
+            const UINT effectFormat = ::RegisterClipboardFormatW(L"Preferred DropEffect");
+            if (HANDLE effect = effectFormat ? ::GetClipboardData(effectFormat) : nullptr) {
+                if (const auto* first = static_cast<const BYTE*>(::GlobalLock(effect))) {
+                    offer.hasDropEffect = true;
+                    offer.dropEffect = *first;
+                    ::GlobalUnlock(effect);
+                }
+            }
+        }
+        ::CloseClipboard();
+    }
+    const ArtMenuDecision d = DecideArtMenu(state, offer, &CAlbumArt::IsAcceptedImageFile);
+    lstrcpynW(m_art.m_szPastedPath, d.pastedPath.c_str(), kArtPathChars);
+    if (!d.open) return;
+
+    HMENU menu = ::CreatePopupMenu();
+    if (!menu) return;
+    const struct {
+        UINT id;
+        UINT text;
+        bool enabled;
+    } kItems[] = {{KX_IDM_ART_BROWSE, 50, d.browse}, {KX_IDM_ART_PASTE, 52, d.paste}, {KX_IDM_ART_REMOVE, 107, d.remove}};
+    for (const auto& item : kItems)
+        ::AppendMenuW(menu, MF_STRING | (item.enabled ? 0 : MF_GRAYED), item.id, ResourceString(item.text).c_str());
+    // The command comes back as a WM_COMMAND of the menu, through the message table.
+    ::TrackPopupMenu(menu, TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, m_hWnd, nullptr);
+    ::DestroyMenu(menu);
+}
+
+bool CDlgSingEditTag::PasteArt() {
+    if (m_art.m_szPastedPath[0]) {
+        const std::wstring path = m_art.m_szPastedPath;
+        m_art.m_szPastedPath[0] = L'\0';
+        return ::PathFileExistsW(path.c_str()) && LoadArtFromFile(path.c_str());
+    }
+    if (!m_art.m_pPastedBytes) return false;
+    const bool taken = m_model.SetNewArt(m_art.m_pPastedBytes, m_art.m_nPastedSize);
+    CoTaskMemFree(m_art.m_pPastedBytes);  // the model keeps its own copy
+    m_art.m_pPastedBytes = nullptr;
+    m_art.m_nPastedSize = 0;
+    return taken;
 }
 
 bool CDlgSingEditTag::LoadArtFromFile(LPCWSTR path) {

@@ -11,6 +11,7 @@
 #include "frame/win32/skinned_dialog.h"
 #include "imaging/album_art.h"
 #include "imaging/win32/property_preview.h"  // CGdiplusSession
+#include "tags/art_menu_rules.h"
 #include "tags/single_tag_model.h"
 #include "tags/win32/art_picture.h"
 
@@ -42,6 +43,12 @@ public:
     bool LoadArtFromFile(LPCWSTR path);
     // The open dialog with the pictures' filter (string 106); false when cancelled.
     bool BrowseForArt();
+    // The picture's context menu at a screen point: Choose, Paste and Remove as the art state and
+    // the clipboard allow (a clipboard bitmap is encoded now). The extended static calls it on a
+    // right click; the dialog on the keyboard's context-menu key.
+    void ShowArtMenu(POINT at);
+    // Menu command 9001: the file or the bitmap that the menu found on the clipboard.
+    bool PasteArt();
 
 protected:
     BOOL OnInitDialog() override;
@@ -60,6 +67,7 @@ private:
     void OnNextItem();
     void OnRemoveArt();
     void OnBrowseArt();
+    void OnPasteArt();
     void OnHelp();
     void OnClose();
     void OnStore();

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <gdiplus.h>
 #include <shlwapi.h>
+#include <shlobj.h>
 
 #include <gtest/gtest.h>
 
@@ -401,6 +402,75 @@ TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
     ASSERT_TRUE(art);
     EXPECT_TRUE(art->bytes == jpeg) << "the file's exact bytes";
     EXPECT_EQ("JPEG 120x80", DescribePicture(art->bytes));
+}
+
+// Puts a file list (CF_HDROP) of the test's own on the clipboard.
+void PutFilesOnClipboard(const std::vector<std::wstring>& files) {
+    std::wstring list;
+    for (const std::wstring& f : files) list += f + L'\0';
+    list += L'\0';
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + list.size() * sizeof(WCHAR));
+    auto* drop = static_cast<DROPFILES*>(GlobalLock(block));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->fWide = TRUE;
+    memcpy(drop + 1, list.data(), list.size() * sizeof(WCHAR));
+    GlobalUnlock(block);
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    SetClipboardData(CF_HDROP, block);
+    CloseClipboard();
+}
+void CALLBACK CloseMenu(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    EndMenu();
+}
+
+// The art menu opened from the keyboard reads the clipboard; Paste then takes the one file it
+// found there, and nothing from a list of two.
+TEST_F(EditTagThroughPlugin, PasteTakesOneFileFromTheClipboard) {
+    {
+        // the first popup menu keeps the system's menu font and pictures for the process
+        DialogDriver warmup;
+        warmup
+            .Do([](HWND dlg) {
+                SetTimer(nullptr, 0, 300, CloseMenu);
+                SendMessageW(dlg, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(GetDlgItem(dlg, KX_IDC_TAG_ART)), -1);
+            })
+            .Press(VK_ESCAPE);
+        Run(0, warmup);
+        before = CountResources();
+    }
+    WCHAR temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring file = std::wstring(temp) + L"kx_edit_tag_pasted.jpg";
+    std::vector<DWORD> pixels(48 * 32, 0xFF2060A0);
+    const std::vector<BYTE> jpeg = kxhost::EncodeJpeg(48, 32, pixels);
+    FILE* f = _wfopen(file.c_str(), L"wb");
+    ASSERT_TRUE(f);
+    fwrite(jpeg.data(), jpeg.size(), 1, f);
+    fclose(f);
+    struct Case { const char* name; std::function<void()> put; const char* code; const char* art; } cases[] = {
+        {"one file", [&] { PutFilesOnClipboard({file}); }, "00000000", "JPEG 48x32"},
+        {"two files", [&] { PutFilesOnClipboard({file, file}); }, "80004001", "JPEG 120x80"},
+    };
+    for (const auto& c : cases) {
+        lib->SetValue(tracks[0], KxPropAlbumArt, kxhost::PropertyValue::Blob(kxhost::EncodeJpeg(120, 80, std::vector<DWORD>(120 * 80, 0xFF000000))));
+        c.put();
+        DialogDriver driver;
+        driver
+            .Do([](HWND dlg) {
+                SetTimer(nullptr, 0, 300, CloseMenu);
+                SendMessageW(dlg, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(GetDlgItem(dlg, KX_IDC_TAG_ART)), -1);
+            })
+            .Do([](HWND dlg) { PostMessageW(dlg, WM_COMMAND, KX_IDM_ART_PASTE, 0); })
+            .Click(IDOK);
+        EXPECT_EQ(c.code, Run(0, driver)) << c.name;
+        Writes();
+        const auto art = lib->Value(tracks[0], KxPropAlbumArt);
+        EXPECT_EQ(c.art, art ? DescribePicture(art->bytes) : "none") << c.name;
+    }
+    SetClipboardText(L"");
+    DeleteFileW(file.c_str());
 }
 
 }  // namespace
