@@ -362,6 +362,53 @@ void ShowPropertyDialogs(DemoContext& demo) {
     root->Release();
 }
 
+// The tags of one track with album art, in a view of all the tracks. Headless, the dialog is
+// pictured as it opens and once with a pasted title past 255 characters warned of, then closed.
+void ShowEditTagDialogs(DemoContext& demo) {
+    kxhost::InMemoryLibrary& lib = *demo.library;
+    std::vector<kxhost::ItemId> tracks;
+    LONG current = -1;
+    for (kxhost::ItemId id = 1; id <= lib.ItemCount(); ++id) {
+        if (lib.KindOf(id) != kxhost::ItemKind::Track) continue;
+        if (current < 0 && lib.Value(id, KxPropAlbumArt)) current = static_cast<LONG>(tracks.size());
+        tracks.push_back(id);
+    }
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    if (current < 0 || FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site))) {
+        if (root) root->Release();
+        return;
+    }
+    lib.SetView(tracks, current);
+    const kxhost::ItemId track = tracks[static_cast<size_t>(current)];
+    struct Shown {
+        const wchar_t* picture;
+        bool longTitle;
+    } shown[] = {{L"edit-tags.png", false}, {L"edit-tags-length.png", true}};
+    for (const Shown& d : shown) {
+        KxPidl item = lib.NewPidl(track);
+        const KxPcPidl items[] = {item};
+        const std::wstring picture = demo.headless ? demo.outDir + L"\\" + d.picture : std::wstring();
+        HRESULT hr;
+        bool written = false;
+        {
+            std::unique_ptr<DemoAutopilot> pilot;
+            if (demo.headless) {
+                pilot.reset(new DemoAutopilot(picture, 1057));
+                if (d.longTitle)
+                    pilot->BeforePicture([](HWND dlg) { SetDlgItemTextW(dlg, 1031, std::wstring(256, L'x').c_str()); });
+            }
+            hr = demo.res->ShowEditTagDialog(nullptr, site, root, 1, items);
+            written = pilot && pilot->pictureWritten();
+        }
+        CoTaskMemFree(item);
+        Say(L"ShowEditTagDialog(\"%s\") -> 0x%08lx%s%s", lib.NameOf(track).c_str(), static_cast<unsigned long>(hr),
+            written ? L", picture " : L"", written ? d.picture : L"");
+    }
+    site->Release();
+    root->Release();
+}
+
 struct DemoStep {
     const wchar_t* name;
     void (*run)(DemoContext& demo);
@@ -376,6 +423,7 @@ const DemoStep kDemoSteps[] = {
     {L"balloon tips", ShowBalloonTips},
     {L"name dialog", ShowNameDialogs},
     {L"image and video properties", ShowPropertyDialogs},
+    {L"tag editing, one item", ShowEditTagDialogs},
 };
 
 }  // namespace
