@@ -9,7 +9,7 @@
 #include "ui/gdi_handles.h"
 #include "ui/menu.h"
 
-class CBreadCrumbBar : public CToolBarCtrl, protected IKxCrumbButtons {
+class CBreadCrumbBar : public CToolBarCtrl, public IKxCrumbButtons {
 public:
     CBreadCrumbBar();
     ~CBreadCrumbBar() override;
@@ -35,6 +35,7 @@ protected:
     virtual void OnCrumbCommand(WPARAM wParam);
     void ForwardToParent(UINT message, WPARAM wParam, LPARAM lParam);
 
+public:
     // IKxCrumbButtons, on the tool bar
     int ButtonCount() override { return GetButtonCount(); }
     void DeleteButton(int index) override { CToolBarCtrl::DeleteButton(index); }
@@ -44,6 +45,7 @@ protected:
     int CommandToIndex(UINT command) override { return CToolBarCtrl::CommandToIndex(command); }
     void AutoSize() override { CToolBarCtrl::AutoSize(); }
 
+protected:
     CKxCrumbRow m_row;
 
 private:
