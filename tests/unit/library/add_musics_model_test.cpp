@@ -271,6 +271,19 @@ TEST_F(AddMusicsModelTest, StartFailures) {
     EXPECT_EQ(E_FAIL, model->m_hrResult);
 }
 
+TEST_F(AddMusicsModelTest, AFolderOfManyTracksCostsOnlyTheRowsDrawn) {
+    const ItemId album = lib->AddContainer(kxhost::ItemKind::Album, L"Big");
+    for (int i = 0; i < 100000; ++i) lib->AddMember(album, lib->AddItem(kxhost::ItemKind::Track, L"t"));
+    Open();
+    Pick(2, L"Big");
+    ASSERT_EQ(100000, controls.trackCount);
+    const long reads = lib->Calls(Op::GetItemObject), moves = lib->Calls(Op::TrackMoveTo);
+    EXPECT_EQ(0, reads) << "opening a folder reads no row";
+    for (int row = 99990; row < 100000; ++row) model->TrackRow(row);  // scrolled to the end
+    EXPECT_EQ(10, lib->Calls(Op::GetItemObject) - reads);
+    EXPECT_EQ(10, lib->Calls(Op::TrackMoveTo) - moves);
+}
+
 TEST(TrackText, NumbersAndDurations) {
     struct Case {
         UINT value;
