@@ -4,6 +4,7 @@
 //
 //   kxhost.exe [--headless] [--out <folder>]
 #include <windows.h>
+#include <commctrl.h>
 
 #include <cstdio>
 #include <memory>
@@ -15,6 +16,7 @@
 #include "kx/IKxCommonResource.h"
 #include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
+#include "resources/dialogs/add_musics_ids.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/message_box_ids.h"
@@ -170,6 +172,55 @@ void ShowAddToDialogs(DemoContext& demo) {
         CoTaskMemFree(pidl);
         CoTaskMemFree(name);
     }
+    root->Release();
+}
+
+// Add music on the sample library, starting from the first playlist's tracks. Headless, the
+// user picks an album from the Albums crumb's drop-down (a path of three levels), the dialog is
+// pictured with tracks on both sides and confirmed with OK.
+void ShowAddMusicsDialogStep(DemoContext& demo) {
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    IKxTrackList* given = nullptr;
+    kxhost::InMemoryLibrary& lib = *demo.library;
+    const std::vector<kxhost::ItemId>& playlists = lib.Containers(lib.Folder(kxhost::WellKnown::Playlists));
+    if (FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site)) || playlists.empty() ||
+        FAILED(lib.CreateTrackList(playlists[0], &given))) {
+        if (root) root->Release();
+        if (site) site->Release();
+        return;
+    }
+    const std::wstring picture = demo.headless ? demo.outDir + L"\\add-music.png" : std::wstring();
+    INT count = 0;
+    KxPidl* items = nullptr;
+    HRESULT hr;
+    bool written = false;
+    {
+        std::unique_ptr<DemoAutopilot> pilot;
+        if (demo.headless) {
+            pilot.reset(new DemoAutopilot(picture, KX_IDC_ADDMUSICS_OK));
+            pilot->BeforePicture([](HWND dialog) {
+                HWND bar = GetDlgItem(dialog, KX_IDC_ADDMUSICS_BAR);
+                NMTOOLBARW open = {};
+                open.hdr.hwndFrom = bar;
+                open.hdr.idFrom = KX_IDC_ADDMUSICS_BAR;
+                open.hdr.code = TBN_DROPDOWN;
+                open.iItem = 5002;  // the Albums crumb
+                // the drop-down runs its own loop: the pick waits in the queue, the cancel closes it
+                PostMessageW(dialog, WM_COMMAND, 8000 + 1, 0);
+                PostMessageW(dialog, WM_CANCELMODE, 0, 0);
+                SendMessageW(bar, WM_NOTIFY, KX_IDC_ADDMUSICS_BAR, reinterpret_cast<LPARAM>(&open));
+            });
+        }
+        hr = demo.res->ShowAddMusicsDialog(0, site, root, L"Music", given, &count, &items);
+        written = pilot && pilot->pictureWritten();
+    }
+    Say(L"ShowAddMusicsDialog -> 0x%08lx, %d tracks handed back%s", static_cast<unsigned long>(hr), int(count),
+        written ? L", picture add-music.png" : L"");
+    for (INT i = 0; hr == S_OK && i < count; ++i) CoTaskMemFree(items[i]);
+    if (hr == S_OK) CoTaskMemFree(items);
+    given->Release();
+    site->Release();
     root->Release();
 }
 
@@ -420,6 +471,7 @@ const DemoStep kDemoSteps[] = {
     {L"preconditions", ShowPreconditions},
     {L"message boxes", ShowMessageBoxes},
     {L"add to playlist or slideshow", ShowAddToDialogs},
+    {L"add music", ShowAddMusicsDialogStep},
     {L"balloon tips", ShowBalloonTips},
     {L"name dialog", ShowNameDialogs},
     {L"image and video properties", ShowPropertyDialogs},
