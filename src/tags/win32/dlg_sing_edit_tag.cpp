@@ -73,6 +73,9 @@ BOOL CDlgSingEditTag::OnInitDialog() {
     ::SendMessageW(Item(KX_IDC_TAG_TRACK), CB_LIMITTEXT, 20, 0);
     ::SendMessageW(Item(KX_IDC_TAG_NUMBER), EM_LIMITTEXT, 7, 0);
     m_picture.Attach(Item(KX_IDC_TAG_ART));
+    // A picture file dropped on the dialog becomes the art when the drop target's rules allow it;
+    // without OLE on the thread the dialog simply takes no drops.
+    m_dropTarget.Register(m_hWnd, this);
     AddToolTips();
 
     Focus(KX_IDC_TAG_NEXT);
@@ -145,6 +148,7 @@ void CDlgSingEditTag::OnDestroy() {
     }
     m_digitBalloon.Release();
     m_lengthBalloon.Release();
+    m_dropTarget.Revoke();
     m_picture.Free();
     m_model.ClearShownArt();
     m_model.ReleaseNamespace();
@@ -216,6 +220,11 @@ bool CDlgSingEditTag::BrowseForArt() {
 
 void CDlgSingEditTag::OnPasteArt() {
     if (PasteArt()) Enable(KX_IDC_TAG_REMOVE, true);
+}
+
+bool CDlgSingEditTag::GetArtScreenRect(RECT* rect) {
+    HWND picture = Item(KX_IDC_TAG_ART);
+    return picture && ::GetWindowRect(picture, rect);
 }
 
 void CDlgSingEditTag::ShowArtMenu(POINT at) {

@@ -1,7 +1,7 @@
 // CDlgSingEditTag: the tags of one item, with Previous and Next through the host's view. The
 // decisions are CSingleTagModel's; this window answers its controls interface, shows the field
-// warnings as balloon tips and the art in the picture control. The help and art buttons are plain
-// buttons and the picture a plain static until the flat button and the extended static exist.
+// warnings as balloon tips and the art in the picture control, and takes picture files dropped on
+// it. The help and art buttons are still plain buttons and the picture a plain static.
 #pragma once
 
 #include <string>
@@ -11,11 +11,12 @@
 #include "frame/win32/skinned_dialog.h"
 #include "imaging/album_art.h"
 #include "imaging/win32/property_preview.h"  // CGdiplusSession
+#include "library/win32/drag_drop_target.h"
 #include "tags/art_menu_rules.h"
 #include "tags/single_tag_model.h"
 #include "tags/win32/art_picture.h"
 
-class CDlgSingEditTag : public CKxSkinnedDialog, private IEditTagControls {
+class CDlgSingEditTag : public CKxSkinnedDialog, private IEditTagControls, private IKxArtDropOwner {
 public:
     enum { IDD = KX_IDD_EDITSINGLETAGS };
 
@@ -37,10 +38,12 @@ public:
     CArtPicture m_picture;
     HWND m_tips[4];   // the tool tips of Close, Change..., Remove and the store link
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
+    CDragDropTarget m_dropTarget;  // a picture file dropped on the picture control
+
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
     // stored as JPEG (a small JPEG as it is). False when it is no picture or its bytes cannot be made.
-    bool LoadArtFromFile(LPCWSTR path);
+    bool LoadArtFromFile(LPCWSTR path) override;
     // The open dialog with the pictures' filter (string 106); false when cancelled.
     bool BrowseForArt();
     // The picture's context menu at a screen point: Choose, Paste and Remove as the art state and
@@ -96,6 +99,13 @@ private:
     void HideWarning(KxFieldWarning which) override;
     std::wstring ResourceString(UINT id) override;
     void ShowMessage(UINT textId, UINT captionId) override;
+
+    // IKxArtDropOwner: what the drop target asks before it takes a file
+    bool IsDropOwnerWindow() override { return ::IsWindow(m_hWnd) != FALSE; }
+    bool GetArtScreenRect(RECT* rect) override;
+    int GetDropItemCount() override { return 1; }
+    DWORD GetArtValueFlags() override { return m_model.m_tags.artFlags; }
+    bool CanAcceptArtwork() override { return m_model.CanAcceptArtwork(); }
 
     HWND Item(int id) const { return ::GetDlgItem(m_hWnd, id); }
 };
