@@ -76,6 +76,13 @@ BOOL CDlgSingEditTag::OnInitDialog() {
     // A picture file dropped on the dialog becomes the art when the drop target's rules allow it;
     // without OLE on the thread the dialog simply takes no drops.
     m_dropTarget.Register(m_hWnd, this);
+    // Nothing gives the flat help button an icon of the skin's: it shows the system's question
+    // mark in the small size, a copy of its own that it destroys with its window.
+    if (m_helpButton.SubclassDlgItem(KX_IDC_TAG_HELP, this)) {
+        m_helpButton.SetIcon(static_cast<HICON>(
+            ::CopyImage(::LoadIconW(nullptr, IDI_QUESTION), IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
+                        ::GetSystemMetrics(SM_CYSMICON), 0)));
+    }
     AddToolTips();
 
     Focus(KX_IDC_TAG_NEXT);

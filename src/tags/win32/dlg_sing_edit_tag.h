@@ -1,11 +1,13 @@
 // CDlgSingEditTag: the tags of one item, with Previous and Next through the host's view. The
 // decisions are CSingleTagModel's; this window answers its controls interface, shows the field
 // warnings as balloon tips and the art in the picture control, and takes picture files dropped on
-// it. The help and art buttons are still plain buttons and the picture a plain static.
+// it. The help button is a flat button; the picture is a plain static whose context menu the
+// dialog opens itself.
 #pragma once
 
 #include <string>
 
+#include "controls/win32/flat_button.h"
 #include "dialogs/edit_warning_tip.h"
 #include "dialogs/win32/name_tip_maker.h"
 #include "frame/win32/skinned_dialog.h"
@@ -39,6 +41,7 @@ public:
     HWND m_tips[4];   // the tool tips of Close, Change..., Remove and the store link
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
     CDragDropTarget m_dropTarget;  // a picture file dropped on the picture control
+    CButtonFlat m_helpButton;      // 1029, with the system's question icon
 
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
