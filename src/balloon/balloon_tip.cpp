@@ -146,22 +146,31 @@ HRESULT CKxBaloontipBase::Hide() {
     return S_OK;
 }
 
+namespace {
+
+// The Release of both tips: a count already at zero is left alone (a Release too many does
+// nothing), the last one closes the tip and frees it.
+template <typename Tip>
+ULONG ReleaseTip(Tip* tip) {
+    if (tip->m_cRef <= 0) return 0;
+    const LONG n = InterlockedDecrement(&tip->m_cRef);
+    if (n > 0) return static_cast<ULONG>(n);
+    if (n == 0) {
+        tip->Close();
+        delete tip;
+    }
+    return 0;
+}
+
+}  // namespace
+
 // ---- CKxBalloonlTip ---------------------------------------------------------------------------
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::QueryInterface(REFIID, void**) { return E_NOTIMPL; }
 
 ULONG STDMETHODCALLTYPE CKxBalloonlTip::AddRef() { return static_cast<ULONG>(InterlockedIncrement(&m_cRef)); }
 
-ULONG STDMETHODCALLTYPE CKxBalloonlTip::Release() {
-    if (m_cRef <= 0) return 0;
-    const LONG n = InterlockedDecrement(&m_cRef);
-    if (n > 0) return static_cast<ULONG>(n);
-    if (n == 0) {
-        Close();
-        delete this;
-    }
-    return 0;
-}
+ULONG STDMETHODCALLTYPE CKxBalloonlTip::Release() { return ReleaseTip(this); }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::SetPosition(const POINT* point) {
     return KxGuardStatus(L"CKxBalloonlTip::SetPosition", [&]() -> HRESULT {
@@ -212,16 +221,7 @@ ULONG STDMETHODCALLTYPE CKxBalloonlTipControl::AddRef() {
     return static_cast<ULONG>(InterlockedIncrement(&m_cRef));
 }
 
-ULONG STDMETHODCALLTYPE CKxBalloonlTipControl::Release() {
-    if (m_cRef <= 0) return 0;
-    const LONG n = InterlockedDecrement(&m_cRef);
-    if (n > 0) return static_cast<ULONG>(n);
-    if (n == 0) {
-        Close();
-        delete this;
-    }
-    return 0;
-}
+ULONG STDMETHODCALLTYPE CKxBalloonlTipControl::Release() { return ReleaseTip(this); }
 
 HRESULT STDMETHODCALLTYPE CKxBalloonlTipControl::SetTimeout(DWORD timeout) {
     return KxGuardStatus(L"CKxBalloonlTipControl::SetTimeout", [&]() -> HRESULT {
