@@ -1,5 +1,7 @@
 #include "tests/win/common/dialog_driver.h"
 
+#include <cstring>
+
 #include "host/library/taskmem_audit.h"
 
 namespace kxtest {
@@ -200,6 +202,32 @@ std::string Leftovers(const ResourceCounts& b) {
     add("USER objects", b.userObjects, a.userObjects);
     add("CoTaskMem blocks", b.taskMemBlocks, a.taskMemBlocks);
     return s;
+}
+
+bool SetClipboardText(const std::wstring& text) {
+    if (!OpenClipboard(nullptr)) return false;
+    EmptyClipboard();
+    bool ok = true;
+    if (!text.empty()) {
+        const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
+        ok = block != nullptr;
+        if (ok) {
+            memcpy(GlobalLock(block), text.c_str(), bytes);
+            GlobalUnlock(block);
+            ok = SetClipboardData(CF_UNICODETEXT, block) != nullptr;  // the clipboard owns it now
+            if (!ok) GlobalFree(block);
+        }
+    }
+    CloseClipboard();
+    return ok;
+}
+
+void HoldControl(bool down) {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[VK_CONTROL] = keys[VK_LCONTROL] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
 }
 
 }  // namespace kxtest

@@ -83,6 +83,11 @@ struct ResourceCounts {
 ResourceCounts CountResources();
 // What differs from `before`, each count named ("" when nothing was left behind).
 std::string Leftovers(const ResourceCounts& before);
+// Puts `text` on the clipboard as CF_UNICODETEXT, or empties the clipboard for an empty text;
+// false when the clipboard could not be opened or filled.
+bool SetClipboardText(const std::wstring& text);
+// Holds the left Control key down in the thread's keyboard state, or lets it go.
+void HoldControl(bool down);
 // Starts the host library's CoTaskMem audit once for the process; later calls do nothing.
 void WatchTaskMemory();
 

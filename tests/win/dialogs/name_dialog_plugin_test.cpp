@@ -27,28 +27,6 @@ std::pair<DWORD, DWORD> Selection(HWND dlg) {
     return {start, end};
 }
 
-// Puts `text` on the clipboard, or empties it for an empty text.
-void SetClipboardText(const std::wstring& text) {
-    ASSERT_TRUE(OpenClipboard(nullptr));
-    EmptyClipboard();
-    if (!text.empty()) {
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-        ASSERT_NE(nullptr, block);
-        memcpy(GlobalLock(block), text.c_str(), (text.size() + 1) * sizeof(wchar_t));
-        GlobalUnlock(block);
-        EXPECT_NE(nullptr, SetClipboardData(CF_UNICODETEXT, block));
-    }
-    CloseClipboard();
-}
-
-// Holds the left Control key down in the thread's keyboard state, or lets it go.
-void HoldControl(bool down) {
-    BYTE keys[256];
-    GetKeyboardState(keys);
-    keys[VK_CONTROL] = keys[VK_LCONTROL] = down ? 0x80 : 0;
-    SetKeyboardState(keys);
-}
-
 class NameDialogThroughPlugin : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -200,7 +178,7 @@ TEST_F(NameDialogThroughPlugin, ATypedKeyPastTheLimitIsTakenBackAPastedTextStays
         .Press('C')
         .Inspect([&](HWND dlg) { afterTyped = ItemText(dlg, kEdit); })
         .Do([](HWND) {
-            SetClipboardText(L"xyz");
+            EXPECT_TRUE(SetClipboardText(L"xyz"));
             HoldControl(true);
         })
         .Press('V')
@@ -217,7 +195,7 @@ TEST_F(NameDialogThroughPlugin, ATypedKeyPastTheLimitIsTakenBackAPastedTextStays
         .Inspect([&](HWND dlg) { afterDelete = ItemText(dlg, kEdit); })
         .Press(VK_RETURN);
     const std::wstring name = Run(1, 1, full.c_str(), S_OK);
-    SetClipboardText(L"");
+    EXPECT_TRUE(SetClipboardText(L""));
     EXPECT_EQ(accepted, afterAccepted) << "a typed key up to 255 characters is taken";
     EXPECT_EQ(accepted, afterTyped) << "the 256th typed character is taken back";
     // taking the key back puts the text of before into the field, with the caret at its start

@@ -62,11 +62,7 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        const ResourceCounts after = CountResources();
-        EXPECT_EQ(before.windows, after.windows) << "windows left behind";
-        EXPECT_EQ(before.gdiObjects, after.gdiObjects) << "GDI objects left behind";
-        EXPECT_EQ(before.userObjects, after.userObjects) << "USER objects left behind";
-        EXPECT_EQ(before.taskMemBlocks, after.taskMemBlocks) << "CoTaskMem blocks left behind";
+        EXPECT_EQ("", Leftovers(before));
         if (resource) resource->Release();
         for (IKxContentFolder* folder : {root, emptyRoot})
             if (folder) folder->Release();

@@ -30,26 +30,6 @@ namespace {
 
 using kxhost::ItemKind;
 
-void SetClipboardText(const std::wstring& text) {
-    ASSERT_TRUE(OpenClipboard(nullptr));
-    EmptyClipboard();
-    if (!text.empty()) {
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-        ASSERT_NE(nullptr, block);
-        memcpy(GlobalLock(block), text.c_str(), (text.size() + 1) * sizeof(wchar_t));
-        GlobalUnlock(block);
-        EXPECT_NE(nullptr, SetClipboardData(CF_UNICODETEXT, block));
-    }
-    CloseClipboard();
-}
-
-void HoldControl(bool down) {
-    BYTE keys[256];
-    GetKeyboardState(keys);
-    keys[VK_CONTROL] = keys[VK_LCONTROL] = down ? 0x80 : 0;
-    SetKeyboardState(keys);
-}
-
 void SetText(HWND dlg, int id, LPCWSTR text) { SetDlgItemTextW(dlg, id, text); }
 
 // Three tracks in the view, every tag writable. Track 1 has a negative year and track number.
@@ -217,7 +197,7 @@ TEST_F(EditTagThroughPlugin, TheTypedCharacterPastTheLimitIsTakenBackAPasteStays
         .Press('C')
         .Inspect([&](HWND dlg) { afterTyped = ItemText(dlg, KX_IDC_TAG_TITLE); })
         .Do([](HWND) {
-            SetClipboardText(L"xyz");
+            EXPECT_TRUE(SetClipboardText(L"xyz"));
             HoldControl(true);
         })
         .Press('V')
@@ -229,7 +209,7 @@ TEST_F(EditTagThroughPlugin, TheTypedCharacterPastTheLimitIsTakenBackAPasteStays
         .Inspect([&](HWND dlg) { afterOk = ItemText(dlg, KX_IDC_TAG_TITLE); })
         .Press(VK_ESCAPE);
     EXPECT_EQ("800704C7", Run(0, driver));
-    SetClipboardText(L"");
+    EXPECT_TRUE(SetClipboardText(L""));
     EXPECT_EQ(full, afterTyped) << "the 256th typed character is taken back";
     EXPECT_EQ(258u, afterPaste.size()) << "the paste stays";
     EXPECT_EQ(258u, afterOk.size()) << "OK refused it";
@@ -469,7 +449,7 @@ TEST_F(EditTagThroughPlugin, PasteTakesOneFileFromTheClipboard) {
         const auto art = lib->Value(tracks[0], KxPropAlbumArt);
         EXPECT_EQ(c.art, art ? DescribePicture(art->bytes) : "none") << c.name;
     }
-    SetClipboardText(L"");
+    EXPECT_TRUE(SetClipboardText(L""));
     DeleteFileW(file.c_str());
 }
 
