@@ -1,4 +1,5 @@
 #include "balloon/balloon_tip.h"
+#include "base/owners.h"
 
 #include <cstring>
 
@@ -10,15 +11,6 @@ namespace {
 
 const HRESULT kNoSkinFile = static_cast<HRESULT>(0x80070002u);  // ComRcRes.bff is not there
 const HRESULT kNoWindow = static_cast<HRESULT>(0x80070006u);    // the target is no window
-
-// A CoTaskMem copy of `text`; null when the block cannot be had.
-LPWSTR CopyText(LPCWSTR text) {
-    size_t n = 0;
-    while (text[n]) ++n;
-    LPWSTR copy = static_cast<LPWSTR>(CoTaskMemAlloc((n + 1) * sizeof(WCHAR)));
-    if (copy) std::memcpy(copy, text, (n + 1) * sizeof(WCHAR));
-    return copy;
-}
 
 }  // namespace
 
@@ -51,8 +43,8 @@ void CKxBaloontipBase::Init(HWND hwndTarget, LPCWSTR text, LPCWSTR title, UINT f
         std::memset(m_szSkinFile, 0, sizeof(m_szSkinFile));
         for (int i = 0; i < kSkinFileChars - 1 && skinFile[i]; ++i) m_szSkinFile[i] = skinFile[i];
     }
-    m_pszTitle = CopyText(title ? title : defaultTitle ? defaultTitle : L"");
-    m_pszText = CopyText(text ? text : L"");
+    m_pszTitle = KxTaskMemCopy(title ? title : defaultTitle ? defaultTitle : L"");
+    m_pszText = KxTaskMemCopy(text ? text : L"");
 }
 
 void CKxBaloontipBase::Clear() {

@@ -10,6 +10,7 @@
 #include "compat/winmodule.h"
 #endif
 
+#include <cstring>
 #include <utility>
 
 // Holds one value of type T and gives it back with Close(value) unless it is the empty value.
@@ -63,6 +64,24 @@ template <typename P>
 using CKxTaskMem = CKxUnique<P, &KxTaskMemFree<P>>;
 // A string of the task allocator.
 typedef CKxTaskMem<LPWSTR> CKxTaskMemString;
+
+// A task-allocator copy of the `count` characters at `text` with a terminating zero, for the
+// other side of an interface or a record that frees with CoTaskMemFree; null when the block
+// cannot be had.
+inline LPWSTR KxTaskMemCopy(const WCHAR* text, size_t count) {
+    auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc((count + 1) * sizeof(WCHAR)));
+    if (!copy) return nullptr;
+    if (count) std::memcpy(copy, text, count * sizeof(WCHAR));
+    copy[count] = 0;
+    return copy;
+}
+// The same for a terminated string; null for a null text.
+inline LPWSTR KxTaskMemCopy(const WCHAR* text) {
+    if (!text) return nullptr;
+    size_t count = 0;
+    while (text[count]) ++count;
+    return KxTaskMemCopy(text, count);
+}
 
 // ---- interface pointers ------------------------------------------------------------------------------
 

@@ -1,4 +1,5 @@
 #include "library/add_to_playlist_model.h"
+#include "base/owners.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -8,14 +9,6 @@
 
 
 namespace {
-
-LPWSTR CopyString(LPCWSTR text) {
-    if (!text) return nullptr;
-    size_t n = std::wcslen(text) + 1;
-    auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(n * sizeof(WCHAR)));
-    if (copy) std::wmemcpy(copy, text, n);
-    return copy;
-}
 
 // wcscmp order, a null name before any name, two nulls equal.
 int CompareNames(LPCWSTR a, LPCWSTR b) {
@@ -54,7 +47,7 @@ CAddToPlaylistModel::CAddToPlaylistModel(int mode, IKxContentFolder* folder, LPC
     : m_nMode(mode),
       m_pFolder(folder),
       m_hrResult(S_OK),
-      m_pszInitialName(CopyString(initialName)),
+      m_pszInitialName(KxTaskMemCopy(initialName)),
       m_ppExisting(nullptr),
       m_nExisting(0),
       m_nSelected(-1),
@@ -224,7 +217,7 @@ bool CAddToPlaylistModel::OnOK(IAddToPlaylistControls& controls) {
 HRESULT CAddToPlaylistModel::HandBack(KxPidl* pidl, LPWSTR* name) {
     if (m_bNewName) {
         if (m_strNewName.empty()) return m_hrResult = E_FAIL;
-        LPWSTR copy = CopyString(m_strNewName.c_str());
+        LPWSTR copy = KxTaskMemCopy(m_strNewName.c_str());
         if (!copy) return m_hrResult = E_OUTOFMEMORY;
         *name = copy;
         return m_hrResult = S_OK;

@@ -1,5 +1,6 @@
 // The single-item tag dialog's decisions: tags to controls and back, enabling, checks and steps.
 #include "tags/single_tag_model.h"
+#include "base/owners.h"
 
 #include <cerrno>
 #include <climits>
@@ -33,13 +34,6 @@ const TextField kTextFields[] = {
 };
 
 bool Writable(DWORD flags) { return (flags & KX_TAGFLAG_WRITABLE) != 0; }
-
-LPWSTR TaskMemCopy(const std::wstring& text) {
-    const size_t bytes = (text.size() + 1) * sizeof(WCHAR);
-    auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(bytes));
-    if (copy) std::memcpy(copy, text.c_str(), bytes);
-    return copy;
-}
 
 // Flags of a value read back from a control: 7 enabled, 3 disabled with a value, else 0.
 DWORD FlagsOf(bool enabled, bool hasValue) {
@@ -211,7 +205,7 @@ void CSingleTagModel::GetTagsFromControls(_tagTrackTagValues* record) {
         std::wstring text;
         c.GetText(field.id, &text);
         const KxTagField& f = KxTagFieldOf(field.tag);
-        if (!text.empty()) record->*f.text = TaskMemCopy(text);
+        if (!text.empty()) record->*f.text = KxTaskMemCopy(text.c_str(), text.size());
         record->*f.flags = FlagsOf(c.IsEnabled(field.id), !text.empty());
     }
 

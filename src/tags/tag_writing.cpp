@@ -1,5 +1,6 @@
 // Writing back: one item by comparison with what was read, or the ticked values to all items.
 #include "tags/edit_tag_model.h"
+#include "base/owners.h"
 
 #include <cstring>
 #include <cwchar>
@@ -29,13 +30,6 @@ private:
 
 bool TextDiffers(LPCWSTR newText, LPCWSTR oldText) {
     return newText && (!oldText || std::wcscmp(newText, oldText) != 0);
-}
-
-LPWSTR CopyText(LPCWSTR text) {
-    size_t bytes = (std::wcslen(text) + 1) * sizeof(WCHAR);
-    auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(bytes));
-    if (copy) std::memcpy(copy, text, bytes);
-    return copy;
 }
 
 }  // namespace
@@ -108,7 +102,7 @@ HRESULT CEditTagModel::WriteAllItems() {
     for (const TextPair& pair : kTexts) {
         LPCWSTR text = changed.*pair.text;
         if (!text || !AnyItemWritable(pair.tag)) continue;
-        LPWSTR copy = CopyText(text);
+        LPWSTR copy = KxTaskMemCopy(text);
         if (!copy) continue;  // without memory the value is left out, the others still go
         keys[pairs] = *KxTagFieldOf(pair.tag).key;
         PropVariantInit(&values[pairs]);

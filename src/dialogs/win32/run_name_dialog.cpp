@@ -2,8 +2,7 @@
 // block.
 #include "dialogs/win32/operations.h"
 
-#include <cstring>
-
+#include "base/owners.h"
 #include "dialogs/win32/dlg_new_edit_name.h"
 #include "ui/module_state.h"
 
@@ -18,10 +17,8 @@ HRESULT RunNameDialog(KxComResPlginPluginObj&, HWND hwndParent, INT nameKind, IN
     if (result != IDOK) return E_FAIL;
     *ppszName = nullptr;
     const std::wstring& name = dlg.m_model.m_strName;
-    const size_t bytes = (name.size() + 1) * sizeof(WCHAR);
-    auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(bytes));
+    LPWSTR copy = KxTaskMemCopy(name.c_str(), name.size());
     if (!copy) return E_OUTOFMEMORY;
-    std::memcpy(copy, name.c_str(), bytes);
     *ppszName = copy;
     return S_OK;
 }
