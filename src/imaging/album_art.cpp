@@ -1,6 +1,7 @@
 // The album art's bytes and state: accepted files, preparing the stored JPEG, pasted bitmaps.
 #include "imaging/album_art.h"
 
+#include "base/owners.h"
 #include "imaging/path_parts.h"
 
 #include <cstring>
@@ -17,19 +18,6 @@ constexpr size_t kCutLength = 255;
 // Prefix of the temporary name when the plain one would be the source itself.
 const WCHAR kGuardPrefix[] = L"KxArt-";
 constexpr int kGuardTries = 4;
-
-struct CoTaskMemBlock {
-    explicit CoTaskMemBlock(size_t size) : data(static_cast<BYTE*>(CoTaskMemAlloc(size))) {}
-    ~CoTaskMemBlock() { CoTaskMemFree(data); }
-    BYTE* Release() {
-        BYTE* p = data;
-        data = nullptr;
-        return p;
-    }
-    CoTaskMemBlock(const CoTaskMemBlock&) = delete;
-    CoTaskMemBlock& operator=(const CoTaskMemBlock&) = delete;
-    BYTE* data;
-};
 
 // The temp folder, or false when the platform gives none that fits its 260-character buffer.
 bool TempFolder(IArtFiles& files, std::wstring* folder) {
@@ -142,14 +130,14 @@ bool CAlbumArt::ReadWholeFile(const WCHAR* path, BYTE** bytes, ULONG* size) {
     DWORD high = 0, low = 0;
     if (!path || !m_files.FindFileSize(path, &high, &low)) return false;
     // Only the low half counts: a block cannot be larger.
-    CoTaskMemBlock block(low);
-    if (!block.data) return false;
+    CKxTaskMem<BYTE*> block(static_cast<BYTE*>(CoTaskMemAlloc(low)));
+    if (!block) return false;
     FILE* file = m_files.OpenForReading(path);
     if (!file) return false;
-    const size_t read = low ? std::fread(block.data, 1, low, file) : 0;
+    const size_t read = low ? std::fread(block.Get(), 1, low, file) : 0;
     std::fclose(file);
     if (read == 0) return false;
-    *bytes = block.Release();
+    *bytes = block.Detach();
     *size = static_cast<ULONG>(read);
     return true;
 }
