@@ -48,10 +48,8 @@ public:
     void SetStepButtons(BOOL isFirst, BOOL isLast);
 
     // ---- art ----------------------------------------------------------------------------------------
-    // New art for the shown item (copied): shown, kept for the save, Remove enabled.
-    bool SetNewArt(const BYTE* bytes, ULONG size);
-    // True, with the default picture and the art marked removed, if there was art.
-    bool RemoveArt();
+    // New art for the shown item enables Remove.
+    void OnArtChanged() override;
     // Remove's button and menu command.
     void OnRemoveArt();
 
@@ -62,5 +60,3 @@ public:
 
 // A signed whole number as GetDlgItemInt reads it: 0 for anything else, or one out of range.
 LONG KxParseSignedInt(const std::wstring& text);
-// The leading number of a text as _wtoi reads it: 0 where none stands.
-int KxLeadingInt(const std::wstring& text);
