@@ -1,17 +1,29 @@
 // ShowEditTagDialog of IKxCommonResource.
 #include "tags/win32/operations.h"
 
+#include "tags/win32/dlg_mul_edit_tag.h"
 #include "tags/win32/dlg_sing_edit_tag.h"
 #include "ui/module_state.h"
+
+namespace {
+
+// A cancelled dialog answers the cancelled code whatever the dialog stored.
+HRESULT DialogResult(INT_PTR modalResult, HRESULT stored) {
+    if (modalResult == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);
+    if (modalResult != IDOK) return E_FAIL;
+    return stored;
+}
+
+}  // namespace
 
 HRESULT RunEditTagDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSite* pSite, IKxContentFolder* pFolder,
                          UINT itemCount, const KxPcPidl* pItems) {
     CKxManageState state;
-    // Several items have a dialog of their own, not built yet.
-    if (itemCount != 1) return E_NOTIMPL;
-    CDlgSingEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
-    const INT_PTR result = dlg.DoModal();
-    if (result == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);  // whatever the dialog stored
-    if (result != IDOK) return E_FAIL;
-    return dlg.m_model.m_hrResult;
+    // One item steps through the host's view; several get the ticked fields all at once.
+    if (itemCount == 1) {
+        CDlgSingEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
+        return DialogResult(dlg.DoModal(), dlg.m_model.m_hrResult);
+    }
+    CDlgMulEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
+    return DialogResult(dlg.DoModal(), dlg.m_model.m_hrResult);
 }
