@@ -7,11 +7,13 @@
 
 namespace {
 
-// A cancelled dialog answers the cancelled code whatever the dialog stored.
-HRESULT DialogResult(INT_PTR modalResult, HRESULT stored) {
-    if (modalResult == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);
-    if (modalResult != IDOK) return E_FAIL;
-    return stored;
+// Runs the dialog; a cancelled dialog answers the cancelled code whatever the dialog stored.
+template <class Dialog>
+HRESULT RunTagDialog(Dialog& dlg) {
+    const INT_PTR result = dlg.DoModal();
+    if (result == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);
+    if (result != IDOK) return E_FAIL;
+    return dlg.m_model.m_hrResult;
 }
 
 }  // namespace
@@ -22,8 +24,8 @@ HRESULT RunEditTagDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSit
     // One item steps through the host's view; several get the ticked fields all at once.
     if (itemCount == 1) {
         CDlgSingEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
-        return DialogResult(dlg.DoModal(), dlg.m_model.m_hrResult);
+        return RunTagDialog(dlg);
     }
     CDlgMulEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
-    return DialogResult(dlg.DoModal(), dlg.m_model.m_hrResult);
+    return RunTagDialog(dlg);
 }

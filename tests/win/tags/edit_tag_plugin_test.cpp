@@ -22,6 +22,7 @@
 #include "host/library/jpeg_encoder.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/nested_dialogs.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
 
@@ -243,16 +244,8 @@ TEST_F(EditTagThroughPlugin, NextAndPreviousSaveThenStep) {
 // timer of the test's own answers the box.
 HWND g_stepDialog = nullptr;
 std::wstring g_boxCaption;
-BOOL CALLBACK FindMessageBox(HWND window, LPARAM found) {
-    WCHAR cls[16] = {};
-    GetClassNameW(window, cls, 16);
-    if (window == g_stepDialog || wcscmp(cls, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
 void CALLBACK AnswerMessageBox(HWND, UINT, UINT_PTR id, DWORD) {
-    HWND box = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindMessageBox, reinterpret_cast<LPARAM>(&box));
+    HWND box = FindOtherDialog(g_stepDialog);
     if (!box) return;
     WCHAR caption[64] = {};
     GetWindowTextW(box, caption, 64);
@@ -279,30 +272,7 @@ TEST_F(EditTagThroughPlugin, AFailedStepShowsTheMessageAndStays) {
     EXPECT_EQ("", Writes()) << "the unchanged item wrote nothing";
 }
 
-// The file dialog runs its own loop: a timer of the test's own types the path into it and opens.
 std::wstring g_chosenFile;
-bool g_fileDialogAnswered = false;
-BOOL CALLBACK FindFileDialog(HWND window, LPARAM found) {
-    WCHAR cls[16] = {};
-    GetClassNameW(window, cls, 16);
-    if (window == g_stepDialog || wcscmp(cls, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-void CALLBACK AnswerFileDialog(HWND, UINT, UINT_PTR id, DWORD) {
-    HWND box = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindFileDialog, reinterpret_cast<LPARAM>(&box));
-    if (!box) return;
-    KillTimer(nullptr, id);
-    for (int name : {0x47C, 0x480}) SetDlgItemTextW(box, name, g_chosenFile.c_str());  // combo or edit
-    // an empty name cancels
-    if (g_chosenFile.empty()) {
-        PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-        return;
-    }
-    g_fileDialogAnswered = true;
-    PostMessageW(box, WM_COMMAND, IDOK, 0);
-}
 
 // The picture's size and whether it is a JPEG, as GDI+ reads the bytes.
 std::string DescribePicture(const std::vector<BYTE>& bytes) {
@@ -333,12 +303,8 @@ std::string DescribePicture(const std::vector<BYTE>& bytes) {
 TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
     {
         // the file dialog's first showing keeps the shell's icons and lists for the process
-        g_chosenFile.clear();
         DialogDriver warmup;
-        warmup.Do([](HWND dlg) {
-                  g_stepDialog = dlg;
-                  SetTimer(nullptr, 0, 200, AnswerFileDialog);
-              })
+        warmup.Do([](HWND dlg) { AnswerFileDialog(dlg, L""); })
             .Click(KX_IDC_TAG_BROWSE)
             .Press(VK_ESCAPE);
         Run(0, warmup);
@@ -356,15 +322,13 @@ TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
     fwrite(jpeg.data(), jpeg.size(), 1, f);
     fclose(f);
 
-    g_fileDialogAnswered = false;
     bool removeEnabled = false;
     bool pictureShown = false;
     DialogDriver driver;
     driver
         .Do([](HWND dlg) {
-            g_stepDialog = dlg;
             SendDlgItemMessageW(dlg, KX_IDC_TAG_REMOVE, BM_CLICK, 0, 0);  // the old art goes first
-            SetTimer(nullptr, 0, 200, AnswerFileDialog);
+            AnswerFileDialog(dlg, g_chosenFile);
         })
         .Click(KX_IDC_TAG_BROWSE)
         .Inspect([&](HWND dlg) {
@@ -374,7 +338,7 @@ TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
         .Click(IDOK);
     EXPECT_EQ("00000000", Run(0, driver));
     DeleteFileW(g_chosenFile.c_str());
-    EXPECT_TRUE(g_fileDialogAnswered);
+    EXPECT_TRUE(FileDialogAnswered());
     EXPECT_TRUE(removeEnabled) << "new art can be removed again";
     EXPECT_TRUE(pictureShown);
     EXPECT_EQ("0:art", Writes()) << "the new art replaces the old, no removal";
