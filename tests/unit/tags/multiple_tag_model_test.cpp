@@ -5,6 +5,7 @@
 #include "host/library/taskmem_audit.h"
 #include "tags/multiple_tag_model.h"
 #include "tests/unit/tags/fake_multi_controls.h"
+#include "tests/unit/tags/write_log_text.h"
 
 #include <gtest/gtest.h>
 
@@ -76,18 +77,7 @@ protected:
         lib->ClearWrites();
         return *model;
     }
-    // "track:key" of each write since the last call (key: its number, or "art"; R a removal).
-    std::string Writes() {
-        std::string out;
-        for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" +
-                   (art ? "art" : std::to_string(w.key.pid)) + (w.via == kxhost::WriteRecord::Remove ? "R" : "");
-        }
-        lib->ClearWrites();
-        return out;
-    }
+    std::string Writes() { return kxtest::TakeWritesText(*lib, tracks); }
     void Type(int id, const std::wstring& text) {
         ui.c[id].text = text;
         model->OnFieldChanged(id);

@@ -5,6 +5,7 @@
 #include "host/library/taskmem_audit.h"
 #include "tags/art_menu_rules.h"
 #include "tags/single_tag_model.h"
+#include "tests/unit/tags/write_log_text.h"
 
 #include <gtest/gtest.h>
 
@@ -160,18 +161,7 @@ protected:
         ui.TakeLog();
         return *model;
     }
-    // "track:key" of each write since the last call (key: its number, or "art"; R a removal).
-    std::string Writes() {
-        std::string out;
-        for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" + (art ? "art" : std::to_string(w.key.pid)) +
-                   (w.via == 4 ? "R" : "");
-        }
-        lib->ClearWrites();
-        return out;
-    }
+    std::string Writes() { return kxtest::TakeWritesText(*lib, tracks); }
 
     std::shared_ptr<kxhost::InMemoryLibrary> lib;
     std::vector<kxhost::ItemId> tracks;

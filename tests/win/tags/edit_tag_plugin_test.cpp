@@ -25,6 +25,8 @@
 #include "tests/win/common/nested_dialogs.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/tags/picture_text.h"
+#include "tests/unit/tags/write_log_text.h"
 
 namespace kxtest {
 namespace {
@@ -97,18 +99,7 @@ protected:
         std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
         return code;
     }
-    // "track:key" of each write since the last call (key: its number, "art"; R a removal).
-    std::string Writes() {
-        std::string out;
-        for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" + (art ? "art" : std::to_string(w.key.pid)) +
-                   (w.via == 4 ? "R" : "");
-        }
-        lib->ClearWrites();
-        return out;
-    }
+    std::string Writes() { return TakeWritesText(*lib, tracks); }
     // The step buttons ("P+ N-"), the focus on one of them, and the title.
     DialogDriver::Step Snap() {
         return [this](HWND dlg) {
@@ -273,29 +264,6 @@ TEST_F(EditTagThroughPlugin, AFailedStepShowsTheMessageAndStays) {
 }
 
 std::wstring g_chosenFile;
-
-// The picture's size and whether it is a JPEG, as GDI+ reads the bytes.
-std::string DescribePicture(const std::vector<BYTE>& bytes) {
-    using namespace Gdiplus;
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    if (GdiplusStartup(&token, &input, nullptr) != Ok) return "no platform";
-    std::string out = "unreadable";
-    IStream* stream = SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size()));
-    GpBitmap* bitmap = nullptr;
-    if (stream && DllExports::GdipCreateBitmapFromStream(stream, &bitmap) == Ok && bitmap) {
-        UINT w = 0, h = 0;
-        GUID format = {};
-        DllExports::GdipGetImageWidth(bitmap, &w);
-        DllExports::GdipGetImageHeight(bitmap, &h);
-        DllExports::GdipGetImageRawFormat(bitmap, &format);
-        out = (IsEqualGUID(format, ImageFormatJPEG) ? "JPEG " : "other ") + std::to_string(w) + "x" + std::to_string(h);
-        DllExports::GdipDisposeImage(bitmap);
-    }
-    if (stream) stream->Release();
-    GdiplusShutdown(token);
-    return out;
-}
 
 // A JPEG that fits the thumbnail is stored as its file's exact bytes. (A larger picture is scaled
 // and re-encoded with its metadata copied; Wine's imaging cannot say that a file has no metadata,

@@ -22,6 +22,8 @@
 #include "tests/win/common/nested_dialogs.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/tags/picture_text.h"
+#include "tests/unit/tags/write_log_text.h"
 
 #ifndef KX_TEST_IMAGES
 #error "KX_TEST_IMAGES names the folder of the fetched test images"
@@ -60,29 +62,6 @@ std::vector<BYTE> FileBytes(const std::wstring& path) {
     while ((n = fread(buffer, 1, sizeof buffer, file)) > 0) bytes.insert(bytes.end(), buffer, buffer + n);
     fclose(file);
     return bytes;
-}
-
-// The picture's size and whether it is a JPEG, as GDI+ reads the bytes.
-std::string DescribePicture(const std::vector<BYTE>& bytes) {
-    using namespace Gdiplus;
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    if (GdiplusStartup(&token, &input, nullptr) != Ok) return "no platform";
-    std::string out = "unreadable";
-    IStream* stream = SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size()));
-    GpBitmap* bitmap = nullptr;
-    if (stream && DllExports::GdipCreateBitmapFromStream(stream, &bitmap) == Ok && bitmap) {
-        UINT w = 0, h = 0;
-        GUID format = {};
-        DllExports::GdipGetImageWidth(bitmap, &w);
-        DllExports::GdipGetImageHeight(bitmap, &h);
-        DllExports::GdipGetImageRawFormat(bitmap, &format);
-        out = (IsEqualGUID(format, ImageFormatJPEG) ? "JPEG " : "other ") + std::to_string(w) + "x" + std::to_string(h);
-        DllExports::GdipDisposeImage(bitmap);
-    }
-    if (stream) stream->Release();
-    GdiplusShutdown(token);
-    return out;
 }
 
 // Three tracks with every tag writable and art of their own.
@@ -143,19 +122,14 @@ protected:
         std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
         return code;
     }
-    // "track:key" of each write since the last call (key: its number, "art"; R a removal, ? a
-    // write that did not come through SetProperties, SetBlobProperty or RemoveProperties).
+    // The writes since the last call; every value but the art came through SetProperties.
     std::string Writes() {
-        std::string out;
         for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            const bool expected = art ? w.via != kxhost::WriteRecord::Properties : w.via == kxhost::WriteRecord::Properties;
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" + (art ? "art" : std::to_string(w.key.pid)) +
-                   (w.via == kxhost::WriteRecord::Remove ? "R" : "") + (expected ? "" : "?");
+            if (!IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid)) {
+                EXPECT_EQ(kxhost::WriteRecord::Properties, w.via);
+            }
         }
-        lib->ClearWrites();
-        return out;
+        return TakeWritesText(*lib, tracks);
     }
 
     std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
