@@ -112,7 +112,8 @@ void CMultipleTagModel::SetTagsToControls(const _tagTrackTagValues* record) {
     m_loadedYear.clear();
     c.GetText(KX_IDC_MTAG_YEAR, &m_loadedYear);
 
-    c.SetSliderPos(KX_IDC_MTAG_RATING, record->rating >= 0 && record->rating <= 5 ? static_cast<int>(record->rating) : 0);
+    const bool ratingShown = record->rating >= 0 && record->rating <= 5;
+    c.SetSliderPos(KX_IDC_MTAG_RATING, ratingShown ? static_cast<int>(record->rating) : 0);
 }
 
 void CMultipleTagModel::GetChangedTags(_tagTrackTagValues* record) {

@@ -338,7 +338,8 @@ bool CDialogEditTag::GetSelectedText(int id, std::wstring* text) {
     const LRESULT length = ::SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
     if (length == CB_ERR) return false;
     text->assign(static_cast<size_t>(length) + 1, L'\0');
-    const LRESULT got = ::SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&(*text)[0]));
+    const LRESULT got =
+        ::SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&(*text)[0]));
     text->resize(got == CB_ERR ? 0 : static_cast<size_t>(got));
     return got != CB_ERR;
 }

@@ -52,7 +52,8 @@ public:
     // "text" per field, "/d" when disabled; then the rating and the art controls (1 enabled).
     std::string Fields() {
         std::string out;
-        for (int id : {KX_IDC_MTAG_ARTIST, KX_IDC_MTAG_ARTIST2, KX_IDC_MTAG_ALBUM, KX_IDC_MTAG_GENRE, KX_IDC_MTAG_YEAR}) {
+        for (int id :
+             {KX_IDC_MTAG_ARTIST, KX_IDC_MTAG_ARTIST2, KX_IDC_MTAG_ALBUM, KX_IDC_MTAG_GENRE, KX_IDC_MTAG_YEAR}) {
             out += std::string(c[id].text.begin(), c[id].text.end()) + (c[id].enabled ? "" : "/d");
             out += c[id].enabled == c[BoxOf(id)].enabled ? " " : "!box ";  // a box must follow its field
         }

@@ -48,7 +48,8 @@ protected:
               {2, &KxPropArtist, V::String(L"Beta"), r}, {2, &KxPropAlbum, V::String(L"Abbey"), r},
               {2, &KxPropRating, V::Int(2), r}, {2, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 2, 2}), r},
               {3, &KxPropArtist, V::String(L"Zed"), rw}, {3, &KxPropAlbum, V::String(L"Abbey"), rw},
-              {3, &KxPropGenre, V::String(L"Pop"), rw}, {3, &KxPropYear, V::String(L"2000"), rw}, {3, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 3}), rw}})
+              {3, &KxPropGenre, V::String(L"Pop"), rw}, {3, &KxPropYear, V::String(L"2000"), rw},
+              {3, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 3}), rw}})
             lib->SetValue(tracks[p.track], *p.key, p.value, p.caps);
         lib->SetReadOnly(tracks[2], true);
         lib->SetView(tracks, 0);
