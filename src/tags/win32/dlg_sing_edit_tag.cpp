@@ -83,6 +83,7 @@ BOOL CDlgSingEditTag::OnInitDialog() {
             ::CopyImage(::LoadIconW(nullptr, IDI_QUESTION), IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
                         ::GetSystemMetrics(SM_CYSMICON), 0)));
     }
+    m_artControl.SubclassDlgItem(KX_IDC_TAG_ART, this);  // without it, no art menu
     AddToolTips();
 
     Focus(KX_IDC_TAG_NEXT);
@@ -125,15 +126,6 @@ BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
         m_digitBalloon.Hide();
         m_lengthBalloon.Hide();
         if (m_helpBalloon) m_helpBalloon->UpdatePosition();
-    } else if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == Item(KX_IDC_TAG_ART)) {
-        // from the keyboard (-1, -1) the menu opens at the picture's middle
-        POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-        RECT rc;
-        if (lParam == -1 && ::GetWindowRect(Item(KX_IDC_TAG_ART), &rc))
-            at = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
-        ShowArtMenu(at);
-        *pResult = 0;
-        return TRUE;
     } else if (message == WM_SETCURSOR) {
         RECT rc;
         POINT pt;
@@ -234,10 +226,24 @@ bool CDlgSingEditTag::GetArtScreenRect(RECT* rect) {
     return picture && ::GetWindowRect(picture, rect);
 }
 
-void CDlgSingEditTag::ShowArtMenu(POINT at) {
+void CDlgSingEditTag::ShowArtMenu() {
+    RECT rc;
+    POINT at;
+    if (!GetArtScreenRect(&rc) || !::GetCursorPos(&at)) return;
+    if (!::PtInRect(&rc, at)) at = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+    ShowArtMenuAt(at);
+}
+
+void CDlgSingEditTag::ShowArtMenuAt(POINT at) {
     ArtMenuState state;
     state.artRemoved = m_model.m_bArtRemoved != FALSE;
     state.commandsEnabled = m_art.m_bArtCommandsEnabled != FALSE;
+    std::wstring album;
+    state.albumHasText = GetText(KX_IDC_TAG_ALBUM, &album) && !album.empty();
+    HWND browse = Item(KX_IDC_TAG_BROWSE);
+    state.browseBlocked = browse && ::IsWindowVisible(browse) && !::IsWindowEnabled(browse);
+    m_art.m_szPastedPath[0] = L'\0';
+    if (!ArtMenuMayOpen(state)) return;
     ArtClipboardOffer offer;
     if (::OpenClipboard(m_hWnd)) {
         offer.hasBitmap = ::IsClipboardFormatAvailable(CF_BITMAP) != FALSE;

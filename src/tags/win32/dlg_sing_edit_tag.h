@@ -1,13 +1,14 @@
 // CDlgSingEditTag: the tags of one item, with Previous and Next through the host's view. The
 // decisions are CSingleTagModel's; this window answers its controls interface, shows the field
 // warnings as balloon tips and the art in the picture control, and takes picture files dropped on
-// it. The help button is a flat button; the picture is a plain static whose context menu the
-// dialog opens itself.
+// it. The help button is a flat button; the picture is an extended static that asks the dialog
+// for the art menu.
 #pragma once
 
 #include <string>
 
 #include "controls/win32/flat_button.h"
+#include "controls/win32/static_extension.h"
 #include "dialogs/edit_warning_tip.h"
 #include "dialogs/win32/name_tip_maker.h"
 #include "frame/win32/skinned_dialog.h"
@@ -18,7 +19,10 @@
 #include "tags/single_tag_model.h"
 #include "tags/win32/art_picture.h"
 
-class CDlgSingEditTag : public CKxSkinnedDialog, private IEditTagControls, private IKxArtDropOwner {
+class CDlgSingEditTag : public CKxSkinnedDialog,
+                        public IKxArtMenuOwner,
+                        private IEditTagControls,
+                        private IKxArtDropOwner {
 public:
     enum { IDD = KX_IDD_EDITSINGLETAGS };
 
@@ -42,6 +46,7 @@ public:
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
     CDragDropTarget m_dropTarget;  // a picture file dropped on the picture control
     CButtonFlat m_helpButton;      // 1029, with the system's question icon
+    CStaticExtension m_artControl;  // 1014: a right click or the context-menu key opens the art menu
 
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
@@ -49,10 +54,12 @@ public:
     bool LoadArtFromFile(LPCWSTR path) override;
     // The open dialog with the pictures' filter (string 106); false when cancelled.
     bool BrowseForArt();
-    // The picture's context menu at a screen point: Choose, Paste and Remove as the art state and
-    // the clipboard allow (a clipboard bitmap is encoded now). The extended static calls it on a
-    // right click; the dialog on the keyboard's context-menu key.
-    void ShowArtMenu(POINT at);
+    // The picture's context menu: Choose, Paste and Remove as the art state and the clipboard
+    // allow (a clipboard bitmap is encoded now). The picture static calls it on a right click and
+    // on the keyboard's context-menu key or Shift+F10. It opens at the cursor when the cursor is
+    // over the picture (a right click); from the keyboard the cursor may be anywhere, and the
+    // menu opens at the picture's middle instead.
+    void ShowArtMenu() override;
     // Menu command 9001: the file or the bitmap that the menu found on the clipboard.
     bool PasteArt();
 
@@ -79,6 +86,7 @@ private:
     void OnStore();
     void StepWithWaitCursor(bool forward);
     void AddToolTips();
+    void ShowArtMenuAt(POINT at);
 
     // IEditTagControls
     HWND DialogWindow() override;

@@ -371,6 +371,8 @@ TEST(ArtMenu, EnablingFollowsStateAndClipboard) {
         {"cut", {}, {false, false, false, true, 1, L"C:\\a.jpg", true, 2}, "B-R- open"},
         {"copied", {}, {false, false, false, true, 1, L"C:\\a.jpg", true, 5}, "BPR- open C:\\a.jpg"},
         {"not a picture", {}, {false, false, false, true, 1, L"C:\\a.txt"}, "B-R- open"},
+        {"no album", {false, true, true, false, false}, {true, true}, "---- shut"},
+        {"Change... shown disabled", {false, true, true, false, true, true}, {true, true}, "---- shut"},
     };
     for (const auto& c : cases) {
         const ArtMenuDecision d = DecideArtMenu(c.state, c.offer, AcceptJpeg);
