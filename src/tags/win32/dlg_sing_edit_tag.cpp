@@ -405,6 +405,20 @@ void CDlgSingEditTag::InsertInList(int id, int index, const std::wstring& text) 
     ::SendMessageW(Item(id), CB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+// Thousands of names: the box reserves their room once and does not redraw on every one.
+void CDlgSingEditTag::SetList(int id, const std::vector<std::wstring>& values) {
+    HWND box = Item(id);
+    if (!box) return;
+    size_t chars = 0;
+    for (const std::wstring& value : values) chars += value.size() + 1;
+    ::SendMessageW(box, WM_SETREDRAW, FALSE, 0);
+    ::SendMessageW(box, CB_RESETCONTENT, 0, 0);
+    ::SendMessageW(box, CB_INITSTORAGE, values.size(), static_cast<LPARAM>(chars * sizeof(WCHAR)));
+    for (const std::wstring& value : values)
+        ::SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
+    ::SendMessageW(box, WM_SETREDRAW, TRUE, 0);
+}
+
 void CDlgSingEditTag::SelectInList(int id, int index) {
     ::SendMessageW(Item(id), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }

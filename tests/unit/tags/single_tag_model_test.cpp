@@ -70,6 +70,11 @@ public:
         list.insert(list.begin() + index, text);
     }
     void SelectInList(int id, int index) override { controls[id].text = controls[id].list.at(static_cast<size_t>(index)); }
+    void SetList(int id, const std::vector<std::wstring>& values) override {
+        fills += std::to_string(id) + " ";
+        IEditTagControls::SetList(id, values);
+    }
+    std::string fills;  // the boxes filled whole, in order
     int GetSliderPos(int id) override { return controls[id].pos; }
     void SetSliderPos(int id, int pos) override { controls[id].pos = pos; }
     void ShowArtBytes(const BYTE*, ULONG size) override { log += "art" + std::to_string(size) + " "; }
@@ -349,6 +354,24 @@ TEST_F(SingleTagTest, ArtChangesAndEmptyingTheAlbumRemovesIt) {
     EXPECT_TRUE(model->CanAcceptArtwork() == false);
     EXPECT_EQ(CSingleTagModel::OkOutcome::Close, model->OnOK());
     EXPECT_EQ("0:artR", Writes());  // an empty text is never written
+}
+
+// A step that reads the names its boxes show leaves them alone; a box whose list differs (the
+// former item's second artist was no known name) is filled again without it.
+TEST_F(SingleTagTest, AStepFillsOnlyTheListsThatChanged) {
+    Open(0);
+    EXPECT_EQ("1004 1008 1006 ", ui.fills) << "no genres known: that box stays empty";
+    const auto& second = ui.controls[KX_IDC_TAG_ARTIST2].list;
+    EXPECT_EQ(3u, second.size()) << "the item's own second artist inserted";
+    ui.fills.clear();
+    EXPECT_EQ(S_OK, model->Step(true));
+    EXPECT_EQ("1006 ", ui.fills);
+    EXPECT_EQ((std::vector<std::wstring>{L"Beta", L"Zed"}), second);
+    EXPECT_EQ(2u, ui.controls[KX_IDC_TAG_ARTIST].list.size());
+    ui.fills.clear();
+    EXPECT_EQ(S_OK, model->Step(true));
+    EXPECT_EQ("", ui.fills);
+    Writes();
 }
 
 // Stands in for the accepted image files: a name that ends in ".jpg".
