@@ -1,7 +1,8 @@
 // The single-item tag dialog through KxComResPlgin.dll, on a small in-memory library: what OK
 // writes (the library's write log) and answers, the ways of leaving without a change, the 256th
 // typed character and a long paste, the digits warning holding OK, Previous and Next saving and
-// stepping, and a failed step's message box. Every test ends with nothing left behind.
+// stepping, a failed step's message box, and new art from the file dialog, from the clipboard
+// through the picture's menu, and dropped on the picture. Every test ends with nothing left behind.
 #include <windows.h>
 #include <commctrl.h>
 #include <gdiplus.h>
