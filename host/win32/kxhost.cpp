@@ -447,8 +447,11 @@ void ShowEditTagDialogs(DemoContext& demo) {
             std::unique_ptr<DemoAutopilot> pilot;
             if (demo.headless) {
                 pilot.reset(new DemoAutopilot(picture, 1057));
-                if (d.longTitle)
+                if (d.longTitle) {
+                    // the paste past 255 characters is warned of by a balloon tip at the title
                     pilot->BeforePicture([](HWND dlg) { SetDlgItemTextW(dlg, 1031, std::wstring(256, L'x').c_str()); });
+                    pilot->PictureAlso(&FindBubble);
+                }
             }
             hr = demo.res->ShowEditTagDialog(nullptr, site, root, 1, items);
             written = pilot && pilot->pictureWritten();

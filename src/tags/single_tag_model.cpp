@@ -85,9 +85,9 @@ void CSingleTagModel::FillKnownValueLists(const KxStringList& artists, const KxS
     const KxStringList* lists[] = {&artists, &albums, &artists2, &genres};
     for (size_t i = 0; i < 4; ++i) {
         const int id = kListFields[i].id;
-        if (!m_controls.Exists(id)) continue;
-        m_controls.ResetList(id);
-        for (const std::wstring& value : *lists[i]) m_controls.AddToList(id, value);
+        if (!m_controls.Exists(id) || *lists[i] == m_shownLists[i]) continue;
+        m_controls.SetList(id, *lists[i]);
+        m_shownLists[i] = *lists[i];
     }
 }
 
@@ -117,7 +117,11 @@ void CSingleTagModel::SetTagsToControls(const _tagTrackTagValues* record) {
             c.SetText(field.id, L"");
             continue;
         }
-        if (!found) c.InsertInList(field.id, index, value);
+        if (!found) {
+            c.InsertInList(field.id, index, value);
+            const size_t shown = static_cast<size_t>(&field - kListFields);
+            m_shownLists[shown] = this->*field.list;
+        }
         c.SelectInList(field.id, index);
     }
 

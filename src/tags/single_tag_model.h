@@ -30,6 +30,9 @@ public:
     void SetTagsToControls(const _tagTrackTagValues* record) override;
     void GetTagsFromControls(_tagTrackTagValues* record) override;
     void ClearShownArt() override;
+    // Puts the known names into the four combo boxes. A list equal to what its box already shows
+    // is left alone: a step usually reads the very names it showed before, and refilling tens of
+    // thousands of entries would be most of the step's cost.
     void FillKnownValueLists(const KxStringList& artists, const KxStringList& albums, const KxStringList& artists2,
                              const KxStringList& genres);
 
@@ -56,6 +59,8 @@ public:
     BOOL m_bFirstShow;
     BOOL m_prevEnabled;
     BOOL m_nextEnabled;
+    // What each box of the four lists shows (the item's own value inserted), in their order.
+    KxStringList m_shownLists[4];
 };
 
 // A signed whole number as GetDlgItemInt reads it: 0 for anything else, or one out of range.

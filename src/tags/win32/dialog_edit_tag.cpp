@@ -46,6 +46,7 @@ bool CDialogEditTag::PreTranslateKey(MSG*) { return false; }
 void CDialogEditTag::InitSharedControls() {
     KxGetSkinPackagePath(m_szSkinFile);
     m_picture.Attach(Item(m_ids.picture));
+    m_artControl.SubclassDlgItem(m_ids.picture, this);  // without it, no art menu
 }
 
 void CDialogEditTag::InitDropAndTips() {
@@ -60,15 +61,6 @@ BOOL CDialogEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam,
         // the warnings point at where their fields were
         m_digitBalloon.Hide();
         m_lengthBalloon.Hide();
-    } else if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == Item(m_ids.picture)) {
-        // from the keyboard (-1, -1) the menu opens at the picture's middle
-        POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-        RECT rc;
-        if (lParam == -1 && ::GetWindowRect(Item(m_ids.picture), &rc))
-            at = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
-        ShowArtMenu(at);
-        *pResult = 0;
-        return TRUE;
     } else if (message == WM_SETCURSOR) {
         RECT rc;
         POINT pt;
@@ -120,11 +112,26 @@ bool CDialogEditTag::GetArtScreenRect(RECT* rect) {
     return picture && ::GetWindowRect(picture, rect);
 }
 
-void CDialogEditTag::ShowArtMenu(POINT at) {
+void CDialogEditTag::ShowArtMenu() {
+    RECT rc;
+    POINT at;
+    if (!GetArtScreenRect(&rc) || !::GetCursorPos(&at)) return;
+    if (!::PtInRect(&rc, at)) at = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+    ShowArtMenuAt(at);
+}
+
+void CDialogEditTag::ShowArtMenuAt(POINT at) {
     ArtMenuState state;
     state.artRemoved = Model().m_bArtRemoved != FALSE;
     state.commandsEnabled = m_art.m_bArtCommandsEnabled != FALSE;
     state.singleItem = (Model().m_nMode & KX_EDITMODE_SINGLE) != 0;
+    std::wstring album;
+    const int albumId = Model().m_albumId;
+    state.albumHasText = albumId != 0 && GetText(albumId, &album) && !album.empty();
+    HWND browse = Item(m_ids.browse);
+    state.browseBlocked = browse && ::IsWindowVisible(browse) && !::IsWindowEnabled(browse);
+    m_art.m_szPastedPath[0] = L'\0';
+    if (!ArtMenuMayOpen(state)) return;
     ArtClipboardOffer offer;
     if (::OpenClipboard(m_hWnd)) {
         offer.hasBitmap = ::IsClipboardFormatAvailable(CF_BITMAP) != FALSE;
@@ -289,6 +296,20 @@ void CDialogEditTag::AddToList(int id, const std::wstring& text) {
 
 void CDialogEditTag::InsertInList(int id, int index, const std::wstring& text) {
     ::SendMessageW(Item(id), CB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+// Thousands of names: the box reserves their room once and does not redraw on every one.
+void CDialogEditTag::SetList(int id, const std::vector<std::wstring>& values) {
+    HWND box = Item(id);
+    if (!box) return;
+    size_t chars = 0;
+    for (const std::wstring& value : values) chars += value.size() + 1;
+    ::SendMessageW(box, WM_SETREDRAW, FALSE, 0);
+    ::SendMessageW(box, CB_RESETCONTENT, 0, 0);
+    ::SendMessageW(box, CB_INITSTORAGE, values.size(), static_cast<LPARAM>(chars * sizeof(WCHAR)));
+    for (const std::wstring& value : values)
+        ::SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
+    ::SendMessageW(box, WM_SETREDRAW, TRUE, 0);
 }
 
 void CDialogEditTag::SelectInList(int id, int index) {

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "controls/win32/static_extension.h"
 #include "dialogs/edit_warning_tip.h"
 #include "dialogs/win32/name_tip_maker.h"
 #include "frame/win32/skinned_dialog.h"
@@ -26,7 +27,10 @@ struct KxEditTagControlIds {
     int store;
 };
 
-class CDialogEditTag : public CKxSkinnedDialog, protected IMultipleTagControls, private IKxArtDropOwner {
+class CDialogEditTag : public CKxSkinnedDialog,
+                       public IKxArtMenuOwner,
+                       protected IMultipleTagControls,
+                       private IKxArtDropOwner {
 public:
     // `tipMaker` makes the warnings instead of the dialog's own maker (tests watch them through
     // it); it outlives the dialog.
@@ -44,16 +48,19 @@ public:
     HWND m_tips[4];   // the tool tips of Close, Change..., Remove and the store link
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
     CDragDropTarget m_dropTarget;  // a picture file dropped on the picture control
+    CStaticExtension m_artControl;  // the picture: a right click or the context-menu key opens the art menu
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
     // stored as JPEG (a small JPEG as it is). False when it is no picture or its bytes cannot be made.
     bool LoadArtFromFile(LPCWSTR path) override;
     // The open dialog with the pictures' filter (string 106); false when cancelled.
     bool BrowseForArt();
-    // The picture's context menu at a screen point: Choose, Paste and Remove as the art state and
-    // the clipboard allow (a clipboard bitmap is encoded now). The dialog opens it on a right
-    // click and on the keyboard's context-menu key.
-    void ShowArtMenu(POINT at);
+    // The picture's context menu: Choose, Paste and Remove as the art state and the clipboard
+    // allow (a clipboard bitmap is encoded now). The picture static calls it on a right click and
+    // on the keyboard's context-menu key or Shift+F10. It opens at the cursor when the cursor is
+    // over the picture (a right click); from the keyboard the cursor may be anywhere, and the
+    // menu opens at the picture's middle instead.
+    void ShowArtMenu() override;
     // Menu command 9001: the file or the bitmap that the menu found on the clipboard.
     bool PasteArt();
 
@@ -86,6 +93,7 @@ protected:
     void AddToList(int id, const std::wstring& text) override;
     void InsertInList(int id, int index, const std::wstring& text) override;
     void SelectInList(int id, int index) override;
+    void SetList(int id, const std::vector<std::wstring>& values) override;
     int GetSliderPos(int id) override;
     void SetSliderPos(int id, int pos) override;
     void ShowArtBytes(const BYTE* bytes, ULONG size) override;
@@ -105,6 +113,7 @@ protected:
 
 private:
     void AddToolTips();
+    void ShowArtMenuAt(POINT at);
 
     // IKxArtDropOwner: what the drop target asks before it takes a file
     bool IsDropOwnerWindow() override { return ::IsWindow(m_hWnd) != FALSE; }
