@@ -253,7 +253,8 @@ HRESULT KxCreateBalloonTip(IKxBalloonPlatform& platform, REFIID riid, HWND hwndT
     if (platform.IsBadWritePtr(ppTip, sizeof(void*))) return E_POINTER;
     // the skin file, not the resource library, decides whether tips can exist
     if (!platform.FileExists(skinFile)) return kNoSkinFile;
-    if (!hwndTarget) return E_INVALIDARG;
+    // a target that is not a window (null, or one the host has destroyed) can carry no tip
+    if (!platform.IsWindow(hwndTarget)) return E_INVALIDARG;
     if (IsEqualIID(riid, IID_IKxBalloonTip)) {
         CKxBalloonlTip* tip = new (std::nothrow) CKxBalloonlTip(platform);
         *ppTip = tip ? static_cast<IKxBalloonTip*>(tip) : nullptr;
