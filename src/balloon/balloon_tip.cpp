@@ -32,6 +32,18 @@ CKxBaloontipBase::CKxBaloontipBase(IKxBalloonPlatform& platform)
 
 CKxBaloontipBase::~CKxBaloontipBase() { Clear(); }
 
+namespace {
+
+// A CoTaskMem copy of at most kBubbleMaxTextChars characters, never cut inside a surrogate pair.
+LPWSTR CopyTipText(const WCHAR* text) {
+    size_t count = 0;
+    while (count < kBubbleMaxTextChars && text[count]) ++count;
+    if (count == kBubbleMaxTextChars && text[count] && text[count - 1] >= 0xD800 && text[count - 1] <= 0xDBFF) --count;
+    return KxTaskMemCopy(text, count);
+}
+
+}  // namespace
+
 void CKxBaloontipBase::Init(HWND hwndTarget, LPCWSTR text, LPCWSTR title, UINT flags, LPCWSTR skinFile,
                             LPCWSTR defaultTitle, BOOL controlMode) {
     CKxBalloonStateSwitch state(m_platform);
@@ -43,8 +55,8 @@ void CKxBaloontipBase::Init(HWND hwndTarget, LPCWSTR text, LPCWSTR title, UINT f
         std::memset(m_szSkinFile, 0, sizeof(m_szSkinFile));
         for (int i = 0; i < kSkinFileChars - 1 && skinFile[i]; ++i) m_szSkinFile[i] = skinFile[i];
     }
-    m_pszTitle = KxTaskMemCopy(title ? title : defaultTitle ? defaultTitle : L"");
-    m_pszText = KxTaskMemCopy(text ? text : L"");
+    m_pszTitle = CopyTipText(title ? title : defaultTitle ? defaultTitle : L"");
+    m_pszText = CopyTipText(text ? text : L"");
 }
 
 void CKxBaloontipBase::Clear() {
@@ -167,7 +179,8 @@ ULONG STDMETHODCALLTYPE CKxBalloonlTip::Release() { return ReleaseTip(this); }
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::SetPosition(const POINT* point) {
     return KxGuardStatus(L"CKxBalloonlTip::SetPosition", [&]() -> HRESULT {
         CKxBalloonStateSwitch state(m_platform);
-        if (point) {
+        // a point that cannot be read is no point, like a null one
+        if (point && !m_platform.IsBadReadPtr(point, sizeof(POINT))) {
             m_ptPosition = *point;
             m_bPositionSet = TRUE;
         }
@@ -183,6 +196,9 @@ HRESULT STDMETHODCALLTYPE CKxBalloonlTip::Show(BOOL bShow, DWORD timeout) {
             m_ptPosition = POINT{0, 0};
             return Hide();
         }
+        // a target the host has destroyed leaves the tip nothing to speak about: refused as for a
+        // closed tip
+        if (m_hTarget && !m_platform.IsWindow(m_hTarget)) return E_INVALIDARG;
         RECT rc;
         if (!m_bPositionSet && m_platform.IsWindow(m_hTarget) && m_platform.GetWindowRect(m_hTarget, &rc))
             m_ptPosition = POINT{rc.left + (rc.right - rc.left) / 2, rc.top + (rc.bottom - rc.top) / 2};
@@ -231,7 +247,7 @@ HRESULT STDMETHODCALLTYPE CKxBalloonlTipControl::RelayEvent(MSG* msg) {
         // A null message is outside the contract. It is refused with the code this interface already
         // gives for a pointer it cannot use, rather than 0, which would read as "not dealt with" and
         // hide the caller's mistake.
-        if (!msg) return E_POINTER;
+        if (!msg || m_platform.IsBadReadPtr(msg, sizeof(MSG))) return E_POINTER;
         const HRESULT hr = (msg->message == WM_DESTROY && msg->hwnd == m_hTarget) ? Hide() : RelayMessage(*msg, m_nTimeout);
         return hr == S_OK ? 1 : 0;
     });
