@@ -196,9 +196,6 @@ HRESULT STDMETHODCALLTYPE CKxBalloonlTip::Show(BOOL bShow, DWORD timeout) {
             m_ptPosition = POINT{0, 0};
             return Hide();
         }
-        // a target the host has destroyed leaves the tip nothing to speak about: refused as for a
-        // closed tip
-        if (m_hTarget && !m_platform.IsWindow(m_hTarget)) return E_INVALIDARG;
         RECT rc;
         if (!m_bPositionSet && m_platform.IsWindow(m_hTarget) && m_platform.GetWindowRect(m_hTarget, &rc))
             m_ptPosition = POINT{rc.left + (rc.right - rc.left) / 2, rc.top + (rc.bottom - rc.top) / 2};
