@@ -35,7 +35,7 @@ struct Host {
     kxhost::SampleLibrary sample;
     IKxContentFolder* root = nullptr;
     IKxContentSite* site = nullptr;
-    KxPidl track = nullptr, picture = nullptr, video = nullptr;
+    KxPidl track = nullptr, track2 = nullptr, picture = nullptr, video = nullptr;
 
     template <typename T>
     T* ReadOnlyOut() const {
@@ -226,6 +226,10 @@ std::vector<Row> Rows() {
         const KxPcPidl items[] = {OverlongPidl()};
         return h.res->ShowEditTagDialog(nullptr, h.site, h.root, 1, items);
     }, {kCancelled});
+    add("ShowEditTagDialog several items, one null", [](Host& h) {
+        const KxPcPidl items[] = {h.track, nullptr};
+        return h.res->ShowEditTagDialog(nullptr, h.site, h.root, 2, items);
+    }, {kCancelled});
     add("ShowEditTagDialog destroyed parent", [](Host& h) {
         const KxPcPidl items[] = {h.track};
         return h.res->ShowEditTagDialog(DestroyedWindow(), h.site, h.root, 1, items);
@@ -293,13 +297,14 @@ protected:
         ASSERT_EQ(S_OK, lib.CreateSite(&h.site));
         lib.SetView({h.sample.tracks[0], h.sample.tracks[1]}, 0);
         h.track = lib.NewPidl(h.sample.tracks[0]);
+        h.track2 = lib.NewPidl(h.sample.tracks[1]);
         h.picture = lib.NewPidl(h.sample.pictures[0]);
         h.video = lib.NewPidl(h.sample.videos[0]);
         ASSERT_EQ(S_OK, plugin.Create(&h.res));
     }
     void TearDown() override {
         if (h.res) h.res->Release();
-        for (KxPidl p : {h.track, h.picture, h.video}) CoTaskMemFree(p);
+        for (KxPidl p : {h.track, h.track2, h.picture, h.video}) CoTaskMemFree(p);
         if (h.site) h.site->Release();
         if (h.root) h.root->Release();
         EXPECT_EQ(0, h.sample.library->OutstandingReferences()) << h.sample.library->DescribeLiveObjects();

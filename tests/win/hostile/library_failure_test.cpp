@@ -35,7 +35,7 @@ struct Host {
     IKxContentFolder* root = nullptr;
     IKxContentSite* site = nullptr;
     IKxTrackList* given = nullptr;  // the add-music dialog's list of the host
-    KxPidl track = nullptr, picture = nullptr, video = nullptr;
+    KxPidl track = nullptr, track2 = nullptr, picture = nullptr, video = nullptr;
 };
 
 struct DialogRow {
@@ -79,6 +79,10 @@ std::vector<DialogRow> Dialogs() {
              const KxPcPidl items[] = {h.track};
              return h.res->ShowEditTagDialog(nullptr, h.site, h.root, 1, items);
          }, {S_OK, E_NOTIMPL, kCancelled, E_FAIL, E_POINTER}},
+        {"tags of several items", IDOK, [](Host& h) {
+             const KxPcPidl items[] = {h.track, h.track2};
+             return h.res->ShowEditTagDialog(nullptr, h.site, h.root, 2, items);
+         }, {S_OK, kCancelled, E_FAIL, E_POINTER}},
     };
 }
 
@@ -98,13 +102,14 @@ protected:
         ASSERT_EQ(S_OK, lib.CreateSite(&h.site));
         ASSERT_EQ(S_OK, lib.CreateTrackList(h.sample.playlists[0], &h.given));
         h.track = lib.NewPidl(h.sample.tracks[0]);
+        h.track2 = lib.NewPidl(h.sample.tracks[1]);
         h.picture = lib.NewPidl(h.sample.pictures[0]);
         h.video = lib.NewPidl(h.sample.videos[0]);
         ASSERT_EQ(S_OK, plugin.Create(&h.res));
     }
     void TearDown() override {
         if (h.res) h.res->Release();
-        for (KxPidl p : {h.track, h.picture, h.video}) CoTaskMemFree(p);
+        for (KxPidl p : {h.track, h.track2, h.picture, h.video}) CoTaskMemFree(p);
         for (IUnknown* o : std::initializer_list<IUnknown*>{h.given, h.site, h.root})
             if (o) o->Release();
         EXPECT_EQ(0, Lib().OutstandingReferences()) << Lib().DescribeLiveObjects();

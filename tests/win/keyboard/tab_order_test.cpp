@@ -16,6 +16,7 @@
 #include "resources/dialogs/add_musics_ids.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
+#include "resources/dialogs/edit_multiple_tags_ids.h"
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/message_box_ids.h"
 #include "resources/dialogs/new_name_ids.h"
@@ -112,7 +113,11 @@ std::string CheckKeyboard(HWND dlg, const std::vector<TemplateItem>& items, int 
         if (items[i].cls != L"Edit" && items[i].cls != L"ComboBox") continue;
         // the label's text as shown: the window's when the dialog can name it, else the template's
         bool labelled = false;
-        if (i > 0 && items[i - 1].cls == L"Static") {
+        // A field of the several-items dialog is named by its change box just before it: the box
+        // says which tag the field holds and whether it is written.
+        const bool changeBox = i > 0 && items[i - 1].cls == L"Button" &&
+                               (items[i - 1].style & 0x0F) == BS_AUTOCHECKBOX;
+        if (i > 0 && (items[i - 1].cls == L"Static" || changeBox)) {
             HWND label = items[i - 1].id != -1 ? GetDlgItem(dlg, items[i - 1].id) : nullptr;
             labelled = !(label ? Text(label) : items[i - 1].title).empty();
         }
@@ -137,7 +142,7 @@ struct Host {
     kxhost::SampleLibrary sample;
     IKxContentFolder* root = nullptr;
     IKxContentSite* site = nullptr;
-    KxPidl track = nullptr, picture = nullptr, video = nullptr;
+    KxPidl track = nullptr, track2 = nullptr, picture = nullptr, video = nullptr;
 };
 
 std::vector<DialogRow> Dialogs() {
@@ -179,6 +184,10 @@ std::vector<DialogRow> Dialogs() {
              const KxPcPidl items[] = {h.track};
              return r->ShowEditTagDialog(nullptr, h.site, h.root, 1, items);
          }},
+        {"tags of several items", KX_IDD_EDITMULTIPLETAGS, IDOK, KX_IDC_MTAG_CLOSE, [](IKxCommonResource* r, Host& h) {
+             const KxPcPidl items[] = {h.track, h.track2};
+             return r->ShowEditTagDialog(nullptr, h.site, h.root, 2, items);
+         }},
     };
 }
 
@@ -195,6 +204,7 @@ TEST(Keyboard, EveryDialogsTabOrderLabelsAndDefaultButtonFollowItsTemplate) {
     ASSERT_EQ(S_OK, lib.GetRootFolder(&h.root));
     ASSERT_EQ(S_OK, lib.CreateSite(&h.site));
     h.track = lib.NewPidl(h.sample.tracks[0]);
+    h.track2 = lib.NewPidl(h.sample.tracks[1]);
     h.picture = lib.NewPidl(h.sample.pictures[0]);
     h.video = lib.NewPidl(h.sample.videos[0]);
 
@@ -215,7 +225,7 @@ TEST(Keyboard, EveryDialogsTabOrderLabelsAndDefaultButtonFollowItsTemplate) {
         EXPECT_EQ("", wrong) << row.name;
     }
 
-    for (KxPidl p : {h.track, h.picture, h.video}) CoTaskMemFree(p);
+    for (KxPidl p : {h.track, h.track2, h.picture, h.video}) CoTaskMemFree(p);
     h.site->Release();
     h.root->Release();
     FreeLibrary(resources);
