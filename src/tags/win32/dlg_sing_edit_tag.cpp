@@ -105,6 +105,7 @@ KxMessageMap CDlgSingEditTag::GetMessageMap() const {
         KxOnCommand(KX_IDM_ART_BROWSE, 0, &D::OnBrowseArt),
         KxOnCommand(KX_IDM_ART_PASTE, 0, &D::OnPasteArt),
         KxOnCommand(KX_IDM_ART_REMOVE, 0, &D::OnRemoveArt),
+        KxOnCommand(KX_IDM_ART_LOOKUP, 0, &D::OnLookupArt),
         KxOnCommand(KX_IDC_TAG_PREV, BN_CLICKED, &D::OnPrevItem),
         KxOnCommand(KX_IDC_TAG_NEXT, BN_CLICKED, &D::OnNextItem),
         KxOnCommand(KX_IDC_TAG_HELP, BN_CLICKED, &D::OnHelp),
@@ -120,6 +121,11 @@ void CDlgSingEditTag::OnShowWindow(BOOL bShow, UINT nStatus) {
 }
 
 BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
+    if (message == KX_WM_LOOKUP_DONE) {
+        m_lookup.OnLookupDone();
+        *pResult = 0;
+        return TRUE;
+    }
     if (message == WM_MOVE) {
         // the warnings point at where their fields were
         m_digitBalloon.Hide();
@@ -148,6 +154,8 @@ BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
 }
 
 void CDlgSingEditTag::OnDestroy() {
+    // First, while the art and the controls are all still there for an answer that comes in.
+    m_lookup.ReleaseNetContentMgr();
     if (m_helpBalloon) {
         m_helpBalloon->Show(FALSE, 0);
         m_helpBalloon->Release();
@@ -190,7 +198,10 @@ void CDlgSingEditTag::AddToolTips() {
     }
 }
 
+// A step by key happens only with its button enabled, so never during a lookup: there the cancel
+// would have nothing to do.
 void CDlgSingEditTag::StepWithWaitCursor(bool forward) {
+    m_lookup.CancelNetContentMgr();
     HCURSOR before = ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
     m_model.Step(forward);
     ::SetCursor(before);
@@ -201,6 +212,28 @@ void CDlgSingEditTag::OnPrevItem() { StepWithWaitCursor(false); }
 void CDlgSingEditTag::OnNextItem() { StepWithWaitCursor(true); }
 
 void CDlgSingEditTag::OnRemoveArt() { m_model.OnRemoveArt(); }
+
+void CDlgSingEditTag::OnLookupArt() { m_lookup.StartArtworkLookup(m_model.m_itemPath); }
+
+bool CDlgSingEditTag::ControlHasText(int id) {
+    std::wstring text;
+    return GetText(id, &text) && !text.empty();
+}
+
+// Shown first: bytes that are no picture leave the art as it was. A picture is kept as the item's
+// new art (shown again from the kept copy).
+bool CDlgSingEditTag::ShowFoundArt(const BYTE* bytes, ULONG size) {
+    return m_picture.ShowBytes(bytes, size) && m_model.SetNewArt(bytes, size);
+}
+
+// Nothing found: the default picture, and the item's art marked for removal whether it had any.
+void CDlgSingEditTag::ShowNoArt() {
+    m_model.m_pArtBytes.Reset();
+    m_model.m_nArtSize = 0;
+    m_model.m_bArtChanged = FALSE;
+    m_model.m_bArtRemoved = TRUE;
+    ShowDefaultArt();
+}
 
 void CDlgSingEditTag::OnBrowseArt() {
     if (BrowseForArt()) Enable(KX_IDC_TAG_REMOVE, true);
@@ -238,6 +271,8 @@ void CDlgSingEditTag::ShowArtMenu(POINT at) {
     ArtMenuState state;
     state.artRemoved = m_model.m_bArtRemoved != FALSE;
     state.commandsEnabled = m_art.m_bArtCommandsEnabled != FALSE;
+    state.hasLookup = m_lookup.WantsMenuEntry((m_model.m_nMode & KX_EDITMODE_SINGLE) != 0,
+                                              !(m_model.m_nMode & KX_EDITMODE_NO_PATH));
     ArtClipboardOffer offer;
     if (::OpenClipboard(m_hWnd)) {
         offer.hasBitmap = ::IsClipboardFormatAvailable(CF_BITMAP) != FALSE;
@@ -278,6 +313,8 @@ void CDlgSingEditTag::ShowArtMenu(POINT at) {
     } kItems[] = {{KX_IDM_ART_BROWSE, 50, d.browse}, {KX_IDM_ART_PASTE, 52, d.paste}, {KX_IDM_ART_REMOVE, 107, d.remove}};
     for (const auto& item : kItems)
         ::AppendMenuW(menu, MF_STRING | (item.enabled ? 0 : MF_GRAYED), item.id, ResourceString(item.text).c_str());
+    if (state.hasLookup)
+        ::AppendMenuW(menu, MF_STRING | (d.lookup ? 0 : MF_GRAYED), KX_IDM_ART_LOOKUP, ResourceString(49).c_str());
     // The command comes back as a WM_COMMAND of the menu, through the message table.
     ::TrackPopupMenu(menu, TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, m_hWnd, nullptr);
     ::DestroyMenu(menu);

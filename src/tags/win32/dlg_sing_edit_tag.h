@@ -17,8 +17,12 @@
 #include "tags/art_menu_rules.h"
 #include "tags/single_tag_model.h"
 #include "tags/win32/art_picture.h"
+#include "tags/win32/net_art_lookup.h"
 
-class CDlgSingEditTag : public CKxSkinnedDialog, private IEditTagControls, private IKxArtDropOwner {
+class CDlgSingEditTag : public CKxSkinnedDialog,
+                        private IEditTagControls,
+                        private IKxArtDropOwner,
+                        private INetArtLookupOwner {
 public:
     enum { IDD = KX_IDD_EDITSINGLETAGS };
 
@@ -42,6 +46,7 @@ public:
     CAlbumArt m_art;  // the JPEG bytes of a chosen picture; its own start of the imaging platform
     CDragDropTarget m_dropTarget;  // a picture file dropped on the picture control
     CButtonFlat m_helpButton;      // 1029, with the system's question icon
+    CNetArtLookup m_lookup{*this};  // menu command 9003: the art from the content manager
 
 
     // Shows and keeps the picture in `path` as the new art, scaled into the thumbnail's box and
@@ -74,6 +79,7 @@ private:
     void OnRemoveArt();
     void OnBrowseArt();
     void OnPasteArt();
+    void OnLookupArt();
     void OnHelp();
     void OnClose();
     void OnStore();
@@ -109,6 +115,17 @@ private:
     int GetDropItemCount() override { return 1; }
     DWORD GetArtValueFlags() override { return m_model.m_tags.artFlags; }
     bool CanAcceptArtwork() override { return m_model.CanAcceptArtwork(); }
+
+    // INetArtLookupOwner: the lookup's answer, on the dialog's thread
+    HWND LookupWindow() override { return m_hWnd; }
+    void EnableControl(int id, bool enable) override { Enable(id, enable); }
+    bool ControlHasText(int id) override;
+    bool PrevStepEnabled() override { return m_model.m_prevEnabled != FALSE; }
+    bool NextStepEnabled() override { return m_model.m_nextEnabled != FALSE; }
+    void SetArtCommandsEnabled(bool enabled) override { m_art.m_bArtCommandsEnabled = enabled ? TRUE : FALSE; }
+    bool HasArtBytes() override { return m_model.m_pArtBytes && m_model.m_nArtSize > 0; }
+    bool ShowFoundArt(const BYTE* bytes, ULONG size) override;
+    void ShowNoArt() override;
 
     HWND Item(int id) const { return ::GetDlgItem(m_hWnd, id); }
 };
