@@ -1,7 +1,9 @@
-// The loopback server of loopback_server.h.
+// The shared helpers of loopback_server.h.
 #include "tests/win/netcontent/loopback_server.h"
 
 #include <ws2tcpip.h>
+
+#include "tests/win/common/plugin_loader.h"
 
 namespace kxtest {
 
@@ -48,6 +50,31 @@ void LoopbackServer::Serve() {
     send(client, answer.data(), static_cast<int>(answer.size()), 0);
     shutdown(client, SD_SEND);
     closesocket(client);
+}
+
+ScopedArtService::ScopedArtService(unsigned short port, const std::wstring& path) {
+    HKEY key = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\KxNetContent", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    const std::wstring url = L"http://127.0.0.1:" + std::to_wstring(port) + path;
+    RegSetValueExW(key, L"ArtServiceUrl", 0, REG_SZ, reinterpret_cast<const BYTE*>(url.c_str()),
+                   DWORD((url.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(key);
+}
+
+ScopedArtService::~ScopedArtService() { RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KxNetContent"); }
+
+DWORD RunRegsvr32(const std::wstring& args) {
+    std::wstring line = L"regsvr32.exe /s " + args;
+    STARTUPINFOW si = {sizeof(si)};
+    PROCESS_INFORMATION pi = {};
+    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, ExeDir().c_str(), &si, &pi))
+        return 0xFFFFFFFF;
+    WaitForSingleObject(pi.hProcess, 60000);
+    DWORD code = 0xFFFFFFFE;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return code;
 }
 
 }  // namespace kxtest

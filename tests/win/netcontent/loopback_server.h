@@ -1,6 +1,7 @@
-// A one-shot HTTP server on the loopback address for the art service's tests: it accepts one
-// connection, keeps the request line, waits until the test lets it answer, and answers 200 with
-// the given body.
+// What the content manager's Wine tests share: a one-shot HTTP server on the loopback address
+// (it accepts one connection, keeps the request line, waits until the test lets it answer, and
+// answers 200 with the given body), the art service configured for it while a test runs, and
+// regsvr32 run in the test programs' folder.
 #pragma once
 
 #include <winsock2.h>
@@ -36,5 +37,18 @@ private:
     std::string m_requestLine;
     std::thread m_thread;
 };
+
+// The component's art service in the user's configuration for the object's life: the template
+// "http://127.0.0.1:<port><path>".
+class ScopedArtService {
+public:
+    ScopedArtService(unsigned short port, const std::wstring& path);
+    ~ScopedArtService();
+    ScopedArtService(const ScopedArtService&) = delete;
+    ScopedArtService& operator=(const ScopedArtService&) = delete;
+};
+
+// regsvr32 /s with `args`, run in the folder of the test program; its exit code.
+DWORD RunRegsvr32(const std::wstring& args);
 
 }  // namespace kxtest

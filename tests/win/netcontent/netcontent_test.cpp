@@ -26,26 +26,13 @@
 namespace {
 
 using kxtest::ExeDir;
+using kxtest::RunRegsvr32;
 
 typedef tagVnINTRFCRESULT(WINAPI* CreateFn)(const CLSID*, IUnknown*, DWORD, const IID*, void**);
 typedef void(WINAPI* FreeUnusedFn)();
 
 const wchar_t kClassKey[] = L"CLSID\\{D1180ABF-AFEC-4C17-97AE-AD2874B839EB}";
 const char kAccess[] = "{4F2A7C1E-9B3D-4E65-A8F0-1C2D3E4F5A6B}";
-
-DWORD RunRegsvr32(const std::wstring& args) {
-    std::wstring line = L"regsvr32.exe /s " + args;
-    STARTUPINFOW si = {sizeof(si)};
-    PROCESS_INFORMATION pi = {};
-    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, ExeDir().c_str(), &si, &pi))
-        return 0xFFFFFFFF;
-    WaitForSingleObject(pi.hProcess, 60000);
-    DWORD code = 0xFFFFFFFE;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return code;
-}
 
 std::wstring RegisteredServer() {
     wchar_t path[MAX_PATH] = {};
@@ -96,8 +83,6 @@ struct StartRecord {
 void WriteFile(const std::wstring& path, const std::string& bytes) {
     std::ofstream(path.c_str(), std::ios::binary).write(bytes.data(), bytes.size());
 }
-
-void CloseRegKey(HKEY key) { RegCloseKey(key); }
 
 class NetContent : public ::testing::Test {
 protected:
@@ -260,16 +245,10 @@ TEST_F(NetContent, LooksBesideTheTrackThenInItsTags) {
 TEST_F(NetContent, AsksTheConfiguredArtService) {
     kxtest::LoopbackServer server("\x89PNG from the service");
     ASSERT_NE(server.Port(), 0);
-    CKxUnique<HKEY, &CloseRegKey> key;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\KxNetContent", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              key.Put(), nullptr),
-              ERROR_SUCCESS);
-    const std::wstring url = L"http://127.0.0.1:" + std::to_wstring(server.Port()) + L"/art/{folder}/{file}.png";
-    RegSetValueExW(key.Get(), L"ArtServiceUrl", 0, REG_SZ, reinterpret_cast<const BYTE*>(url.c_str()),
-                   DWORD((url.size() + 1) * sizeof(wchar_t)));
-    Start();  // reads the configuration
-    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KxNetContent");
-    key.Reset();
+    {
+        kxtest::ScopedArtService service(server.Port(), L"/art/{folder}/{file}.png");
+        Start();  // reads the configuration
+    }
 
     ASSERT_EQ(Request(File(L"Song 1.mp3", "no tag")), kNetContentOk);
     ASSERT_TRUE(server.WaitForRequest(20000));
@@ -286,16 +265,10 @@ TEST_F(NetContent, AsksTheConfiguredArtService) {
 // Closing during a lookup waits for the worker, and no answer comes after it.
 TEST_F(NetContent, CloseDuringALookupEndsItWithoutAnAnswer) {
     kxtest::LoopbackServer server("late");
-    CKxUnique<HKEY, &CloseRegKey> key;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\KxNetContent", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              key.Put(), nullptr),
-              ERROR_SUCCESS);
-    const std::wstring url = L"http://127.0.0.1:" + std::to_wstring(server.Port()) + L"/{file}";
-    RegSetValueExW(key.Get(), L"ArtServiceUrl", 0, REG_SZ, reinterpret_cast<const BYTE*>(url.c_str()),
-                   DWORD((url.size() + 1) * sizeof(wchar_t)));
-    Start();
-    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KxNetContent");
-    key.Reset();
+    {
+        kxtest::ScopedArtService service(server.Port(), L"/{file}");
+        Start();
+    }
     ASSERT_EQ(Request(File(L"held.mp3", "no tag")), kNetContentOk);
     ASSERT_TRUE(server.WaitForRequest(20000));
     EXPECT_EQ(mgr_->Close(), kNetContentOk);

@@ -25,20 +25,6 @@ namespace {
 
 using kxhost::ItemKind;
 
-DWORD RunRegsvr32(const std::wstring& args) {
-    std::wstring line = L"regsvr32.exe /s " + args;
-    STARTUPINFOW si = {sizeof(si)};
-    PROCESS_INFORMATION pi = {};
-    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, ExeDir().c_str(), &si, &pi))
-        return 0xFFFFFFFF;
-    WaitForSingleObject(pi.hProcess, 60000);
-    DWORD code = 0xFFFFFFFE;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return code;
-}
-
 // What the open art menu held, read by a timer that then closes it.
 std::string g_menu;
 void CALLBACK ReadAndCloseMenu(HWND, UINT, UINT_PTR id, DWORD) {
@@ -197,12 +183,7 @@ TEST_F(EditTagLookup, ACoverBesideTheTrackIsShownAndWrittenNothingFoundRemovesTh
 // meanwhile ends the dialog only after the wait for the lookup, then the component goes.
 TEST_F(EditTagLookup, ClosingDuringALookupWaitsForIt) {
     LoopbackServer server("held");
-    HKEY key = nullptr;
-    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\KxNetContent", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    const std::wstring url = L"http://127.0.0.1:" + std::to_wstring(server.Port()) + L"/{file}";
-    RegSetValueExW(key, L"ArtServiceUrl", 0, REG_SZ, reinterpret_cast<const BYTE*>(url.c_str()),
-                   DWORD((url.size() + 1) * sizeof(wchar_t)));
-    RegCloseKey(key);
+    ScopedArtService service(server.Port(), L"/{file}");
     DWORD closedAt = 0;
     std::string held;
     DialogDriver driver;
@@ -215,7 +196,6 @@ TEST_F(EditTagLookup, ClosingDuringALookupWaitsForIt) {
         });
     const std::string code = Run(1, driver);
     const DWORD took = GetTickCount() - closedAt;
-    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KxNetContent");
     EXPECT_EQ("800704C7", code) << "closed";
     EXPECT_EQ("-----", held) << "Previous, Next, Change..., Remove and the album during the lookup";
     EXPECT_GE(took, 2000u) << "the end waited for the running lookup";
