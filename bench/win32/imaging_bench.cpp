@@ -2,6 +2,7 @@
 // high-quality resize, metadata copy, JPEG save to the temp folder, read back, delete) against
 // the bare cost of one GDI+ decode plus one JPEG encode of the same file, as a ratio measured in
 // one run. Usage: bench_imaging.exe PHOTO [ROUNDS]   (./kx bench-imaging fetches and runs it)
+#include "bench/win32/bench_clock.h"
 #include "imaging/album_art.h"
 #include "imaging/fit_box.h"
 #include "imaging/win32/art_files_win32.h"
@@ -13,25 +14,8 @@
 #include <cstdio>
 #include <vector>
 
-namespace {
-
-double Now() {
-    static LARGE_INTEGER frequency = [] {
-        LARGE_INTEGER f;
-        QueryPerformanceFrequency(&f);
-        return f;
-    }();
-    LARGE_INTEGER t;
-    QueryPerformanceCounter(&t);
-    return static_cast<double>(t.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-}  // namespace
+using kxbench::Median;
+using kxbench::Now;
 
 int wmain(int argc, wchar_t** argv) {
     if (argc < 2) {

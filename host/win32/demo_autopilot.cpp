@@ -44,7 +44,11 @@ void DemoAutopilot::Tick() {
     if (m_shownTicks == 2 && m_before) m_before(m_dialog);  // the ticks after it let the dialog repaint
     if (m_shownTicks < 4 || (GetActiveWindow() != m_dialog && m_shownTicks < 30)) return;
     m_done = true;
-    if (!m_picture.empty()) m_written = CaptureWindowToPng(m_dialog, m_picture.c_str());
+    if (!m_picture.empty()) {
+        std::vector<HWND> windows = {m_dialog};
+        if (HWND over = m_overlay ? m_overlay() : nullptr) windows.push_back(over);
+        m_written = CaptureWindowsToPng(windows, m_picture.c_str());
+    }
     HWND button = GetDlgItem(m_dialog, m_button);
     if (button) PostMessageW(button, BM_CLICK, 0, 0);
     else PostMessageW(m_dialog, WM_CLOSE, 0, 0);

@@ -20,6 +20,9 @@ public:
     // What the user does once the dialog is shown, before the picture is taken (typing, a click
     // that the dialog refuses).
     void BeforePicture(std::function<void(HWND dialog)> step) { m_before = std::move(step); }
+    // A window of the dialog's own that lies over it (a balloon tip), found when the picture is
+    // taken and pictured with the dialog; null when there is none.
+    void PictureAlso(std::function<HWND()> overlay) { m_overlay = std::move(overlay); }
 
 private:
     static LRESULT CALLBACK CbtProc(int code, WPARAM wParam, LPARAM lParam);
@@ -28,6 +31,7 @@ private:
 
     std::wstring m_picture;
     std::function<void(HWND)> m_before;
+    std::function<HWND()> m_overlay;
     int m_button;
     HHOOK m_hook = nullptr;
     UINT_PTR m_timer = 0;

@@ -18,6 +18,7 @@
 #include "host/win32/demo_library.h"
 #include "resources/dialogs/add_musics_ids.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
+#include "resources/dialogs/edit_multiple_tags_ids.h"
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/message_box_ids.h"
 #include "resources/dialogs/video_property_ids.h"
@@ -446,8 +447,11 @@ void ShowEditTagDialogs(DemoContext& demo) {
             std::unique_ptr<DemoAutopilot> pilot;
             if (demo.headless) {
                 pilot.reset(new DemoAutopilot(picture, 1057));
-                if (d.longTitle)
+                if (d.longTitle) {
+                    // the paste past 255 characters is warned of by a balloon tip at the title
                     pilot->BeforePicture([](HWND dlg) { SetDlgItemTextW(dlg, 1031, std::wstring(256, L'x').c_str()); });
+                    pilot->PictureAlso(&FindBubble);
+                }
             }
             hr = demo.res->ShowEditTagDialog(nullptr, site, root, 1, items);
             written = pilot && pilot->pictureWritten();
@@ -456,6 +460,49 @@ void ShowEditTagDialogs(DemoContext& demo) {
         Say(L"ShowEditTagDialog(\"%s\") -> 0x%08lx%s%s", lib.NameOf(track).c_str(), static_cast<unsigned long>(hr),
             written ? L", picture " : L"", written ? d.picture : L"");
     }
+    site->Release();
+    root->Release();
+}
+
+// The tags of several tracks at once: the first of them with album art, the rest after it in the
+// library. Headless, the dialog is pictured with a genre typed and its box ticked, then closed.
+void ShowEditMultipleTagsDialog(DemoContext& demo) {
+    kxhost::InMemoryLibrary& lib = *demo.library;
+    std::vector<kxhost::ItemId> tracks;
+    for (kxhost::ItemId id = 1; id <= lib.ItemCount() && tracks.size() < 8; ++id) {
+        if (lib.KindOf(id) != kxhost::ItemKind::Track) continue;
+        if (tracks.empty() && !lib.Value(id, KxPropAlbumArt)) continue;
+        tracks.push_back(id);
+    }
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    if (tracks.size() < 2 || FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site))) {
+        if (root) root->Release();
+        return;
+    }
+    lib.SetView(tracks, 0);
+    std::vector<KxPidl> items;
+    for (kxhost::ItemId t : tracks) items.push_back(lib.NewPidl(t));
+    const wchar_t* const name = L"edit-tags-multiple.png";
+    const std::wstring picture = demo.headless ? demo.outDir + L"\\" + name : std::wstring();
+    HRESULT hr;
+    bool written = false;
+    {
+        std::unique_ptr<DemoAutopilot> pilot;
+        if (demo.headless) {
+            pilot.reset(new DemoAutopilot(picture, KX_IDC_MTAG_CLOSE));
+            pilot->BeforePicture([](HWND dlg) {
+                SetDlgItemTextW(dlg, KX_IDC_MTAG_GENRE, L"Jazz");
+                CheckDlgButton(dlg, KX_IDC_MTAG_GENRE_CHECK, BST_CHECKED);
+            });
+        }
+        hr = demo.res->ShowEditTagDialog(nullptr, site, root, static_cast<UINT>(items.size()),
+                                         const_cast<const KxPcPidl*>(items.data()));
+        written = pilot && pilot->pictureWritten();
+    }
+    for (KxPidl item : items) CoTaskMemFree(item);
+    Say(L"ShowEditTagDialog(%u tracks) -> 0x%08lx%s%s", static_cast<unsigned>(tracks.size()),
+        static_cast<unsigned long>(hr), written ? L", picture " : L"", written ? name : L"");
     site->Release();
     root->Release();
 }
@@ -476,6 +523,7 @@ const DemoStep kDemoSteps[] = {
     {L"name dialog", ShowNameDialogs},
     {L"image and video properties", ShowPropertyDialogs},
     {L"tag editing, one item", ShowEditTagDialogs},
+    {L"tag editing, several items", ShowEditMultipleTagsDialog},
 };
 
 }  // namespace

@@ -27,23 +27,40 @@ bool PngEncoder(CLSID* clsid) {
 }  // namespace
 
 bool CaptureWindowToPng(HWND window, const wchar_t* pngPath) {
-    RECT rc;
-    if (!GetWindowRect(window, &rc)) return false;
-    const int width = rc.right - rc.left, height = rc.bottom - rc.top;
+    return CaptureWindowsToPng(std::vector<HWND>{window}, pngPath);
+}
+
+bool CaptureWindowsToPng(const std::vector<HWND>& windows, const wchar_t* pngPath) {
+    RECT all = {0, 0, 0, 0};
+    for (HWND window : windows) {
+        RECT rc;
+        if (!GetWindowRect(window, &rc)) return false;
+        UnionRect(&all, &all, &rc);
+    }
+    const int width = all.right - all.left, height = all.bottom - all.top;
     if (width <= 0 || height <= 0) return false;
 
-    // let the window finish painting before its pixels are taken
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASE);
-
-    HDC windowDC = GetWindowDC(window);
-    if (!windowDC) return false;
-    HDC memoryDC = CreateCompatibleDC(windowDC);
-    HBITMAP bitmap = CreateCompatibleBitmap(windowDC, width, height);
+    HDC screenDC = GetDC(nullptr);
+    if (!screenDC) return false;
+    HDC memoryDC = CreateCompatibleDC(screenDC);
+    HBITMAP bitmap = CreateCompatibleBitmap(screenDC, width, height);
+    ReleaseDC(nullptr, screenDC);
     HGDIOBJ old = SelectObject(memoryDC, bitmap);
-    BitBlt(memoryDC, 0, 0, width, height, windowDC, 0, 0, SRCCOPY);
+    const RECT canvas = {0, 0, width, height};
+    FillRect(memoryDC, &canvas, GetSysColorBrush(COLOR_DESKTOP));
+    for (HWND window : windows) {
+        RECT rc;
+        GetWindowRect(window, &rc);
+        // let the window finish painting before its pixels are taken
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASE);
+        if (HDC windowDC = GetWindowDC(window)) {
+            BitBlt(memoryDC, rc.left - all.left, rc.top - all.top, rc.right - rc.left, rc.bottom - rc.top, windowDC, 0,
+                   0, SRCCOPY);
+            ReleaseDC(window, windowDC);
+        }
+    }
     SelectObject(memoryDC, old);
     DeleteDC(memoryDC);
-    ReleaseDC(window, windowDC);
 
     bool written = false;
     Gdiplus::GdiplusStartupInput input;

@@ -1,4 +1,4 @@
-// The album art's bytes and state: accepted files, preparing the stored JPEG, pasted bitmaps.
+// The album art's bytes: accepted files, preparing the stored JPEG, pasted bitmaps.
 #include "imaging/album_art.h"
 
 #include "base/owners.h"
@@ -41,10 +41,6 @@ std::wstring Append(const std::wstring& folder, const WCHAR* name) {
 
 CAlbumArt::CAlbumArt(kxgdip::IGdiplusFlat& gdip, IArtFiles& files)
     : m_util(gdip),
-      m_pArtBytes(nullptr),
-      m_nArtSize(0),
-      m_bArtChanged(FALSE),
-      m_bArtRemoved(FALSE),
       m_pPastedBytes(nullptr),
       m_nPastedSize(0),
       m_szPastedPath(),
@@ -53,10 +49,7 @@ CAlbumArt::CAlbumArt(kxgdip::IGdiplusFlat& gdip, IArtFiles& files)
     m_util.InitGdiplus();
 }
 
-CAlbumArt::~CAlbumArt() {
-    CoTaskMemFree(m_pArtBytes);
-    CoTaskMemFree(m_pPastedBytes);
-}
+CAlbumArt::~CAlbumArt() { CoTaskMemFree(m_pPastedBytes); }
 
 bool CAlbumArt::IsAcceptedImageFile(const WCHAR* path) {
     if (!path || lstrlenW(path) > kArtLongestPath) return false;
@@ -185,49 +178,3 @@ bool CAlbumArt::StorePastedBitmap(HBITMAP bitmapHandle) {
     return true;
 }
 
-bool CAlbumArt::ApplyPastedBytes() {
-    if (!ShowArtBytes(m_pPastedBytes, m_nPastedSize)) return false;
-    CoTaskMemFree(m_pArtBytes);
-    m_pArtBytes = m_pPastedBytes;
-    m_nArtSize = m_nPastedSize;
-    m_pPastedBytes = nullptr;
-    m_nPastedSize = 0;
-    m_bArtChanged = TRUE;
-    m_bArtRemoved = FALSE;
-    return true;
-}
-
-void CAlbumArt::SetArtBytes(const BYTE* bytes, ULONG size) {
-    CoTaskMemFree(m_pArtBytes);
-    m_pArtBytes = nullptr;
-    m_nArtSize = 0;
-    if (bytes && size > 0) {
-        BYTE* copy = static_cast<BYTE*>(CoTaskMemAlloc(size));
-        if (!copy) return;  // the flags stay as they were
-        std::memcpy(copy, bytes, size);
-        m_pArtBytes = copy;
-        m_nArtSize = size;
-    }
-    m_bArtChanged = TRUE;
-    m_bArtRemoved = m_nArtSize == 0;
-}
-
-bool CAlbumArt::RemoveArt() {
-    const bool present = (m_bArtChanged && m_pArtBytes) || ItemHasArt();
-    if (!present) return false;
-    ShowDefaultArt();
-    m_bArtRemoved = TRUE;
-    return true;
-}
-
-void CAlbumArt::ShowDefaultArt() {
-    ResetArtPicture();
-    CoTaskMemFree(m_pArtBytes);
-    m_pArtBytes = nullptr;
-    m_nArtSize = 0;
-}
-
-bool CAlbumArt::ShowArtBytes(const BYTE*, ULONG) { return false; }
-void CAlbumArt::ResetArtPicture() {}
-bool CAlbumArt::ItemHasArt() const { return false; }
-void CAlbumArt::OnArtChanged() {}

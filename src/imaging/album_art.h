@@ -1,7 +1,7 @@
 // The album art of the tag dialogs without their window: which files are accepted, the JPEG bytes
-// that will be stored (taken as they are, or scaled and re-encoded through a temporary file), the
-// pasted bitmap's bytes, and the art state that the writer of the tags consumes. The Win32 dialog
-// derives from this class and overrides the operations that need its picture control.
+// that will be stored (taken as they are, or scaled and re-encoded through a temporary file), and
+// what the picture's menu found to paste. The new or removed art of the shown item is the tag
+// model's (CEditTagModel); the dialogs hand it the bytes made here.
 #pragma once
 
 #include "imaging/art_files.h"
@@ -19,8 +19,8 @@ class CAlbumArt {
 public:
     // Starts the imaging platform and fills the encoder table (failures are traced, not fatal).
     CAlbumArt(kxgdip::IGdiplusFlat& gdip, IArtFiles& files);
-    // Frees the new art and a pasted block.
-    virtual ~CAlbumArt();
+    // Frees a pasted block.
+    ~CAlbumArt();
     CAlbumArt(const CAlbumArt&) = delete;
     CAlbumArt& operator=(const CAlbumArt&) = delete;
 
@@ -44,38 +44,14 @@ public:
     bool EncodePastedBitmap(CGdipBitmap* bitmap, BYTE** bytes, ULONG* size);
     // A clipboard bitmap into m_pPastedBytes, encoded now.
     bool StorePastedBitmap(HBITMAP bitmapHandle);
-    // The pasted block becomes the new art (moved, not copied) once it shows.
-    bool ApplyPastedBytes();
-
-    // A copy of art from elsewhere; null or empty means the art is removed.
-    void SetArtBytes(const BYTE* bytes, ULONG size);
-    // True, with the default picture shown and the art marked removed, if there was art.
-    bool RemoveArt();
-    // Back to the default picture; the new art is freed.
-    void ShowDefaultArt();
-
-    // ---- what the dialog's picture control provides ---------------------------------------------
-    // Shows bytes without storing them; without a picture control nothing shows.
-    virtual bool ShowArtBytes(const BYTE* bytes, ULONG size);
-    // Gives the control its full room back and shows the skin's default picture; nothing to do
-    // without a control.
-    virtual void ResetArtPicture();
-    // Whether the item had art when its tags were read.
-    virtual bool ItemHasArt() const;
-    // New art was stored (the dialogs enable their Remove control).
-    virtual void OnArtChanged();
 
     // ---- state ------------------------------------------------------------------------------------
     CGdiplusUtil m_util;
-    BYTE* m_pArtBytes;  // CoTaskMemAlloc, owned
-    ULONG m_nArtSize;
-    BOOL m_bArtChanged;
-    BOOL m_bArtRemoved;
     BYTE* m_pPastedBytes;  // CoTaskMemAlloc, owned
     ULONG m_nPastedSize;
     WCHAR m_szPastedPath[kArtPathChars];
     BOOL m_bArtCommandsEnabled;
 
-protected:
+private:
     IArtFiles& m_files;
 };

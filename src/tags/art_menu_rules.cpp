@@ -8,9 +8,12 @@ const size_t kPastedPathChars = 259;  // the room of the pasted path, end mark a
 
 }  // namespace
 
+bool ArtMenuMayOpen(const ArtMenuState& state) { return state.albumHasText && !state.browseBlocked; }
+
 ArtMenuDecision DecideArtMenu(const ArtMenuState& state, const ArtClipboardOffer& offer,
                               bool (*acceptedFile)(const wchar_t* path)) {
     ArtMenuDecision d;
+    if (!ArtMenuMayOpen(state)) return d;
     d.remove = !state.artRemoved && state.commandsEnabled;
     d.browse = state.commandsEnabled;
 

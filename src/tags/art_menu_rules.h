@@ -1,6 +1,7 @@
 // Which entries of the picture's context menu are enabled, and whether it opens at all, from the
 // art state and what the clipboard offers. A bitmap is taken first; a file list only without a
-// device-independent bitmap, with exactly one file, and not when it was put there by Cut.
+// device-independent bitmap, with exactly one file, and not when it was put there by Cut. It
+// never opens without an album text or while the Change... button is shown disabled.
 #pragma once
 
 #include <string>
@@ -22,7 +23,14 @@ struct ArtMenuState {
     bool commandsEnabled = true;   // m_bArtCommandsEnabled
     bool singleItem = true;
     bool hasLookup = false;        // the online entry is in the menu
+    bool albumHasText = true;      // the album field exists and is not empty
+    bool browseBlocked = false;    // the Change... button is visible and disabled
 };
+
+// Whether the menu may open at all: without an album there is nothing to attach art to, and a
+// visible but disabled Change... button means the art cannot be changed. Checked before the
+// clipboard is read, so that nothing is encoded for a menu that does not open.
+bool ArtMenuMayOpen(const ArtMenuState& state);
 
 struct ArtMenuDecision {
     bool browse = false;   // 9000

@@ -6,6 +6,7 @@
 #include "kx/KxPlatform.h"
 
 #include <string>
+#include <vector>
 
 // The two warnings a field can get: digits only, and at most 255 characters.
 enum class KxFieldWarning : int { Digits = 0, Length = 1 };
@@ -32,6 +33,11 @@ public:
     virtual void AddToList(int id, const std::wstring& text) = 0;
     virtual void InsertInList(int id, int index, const std::wstring& text) = 0;
     virtual void SelectInList(int id, int index) = 0;
+    // The whole list at once, in place of what it held; a window can fill it in one batch.
+    virtual void SetList(int id, const std::vector<std::wstring>& values) {
+        ResetList(id);
+        for (const std::wstring& value : values) AddToList(id, value);
+    }
 
     virtual int GetSliderPos(int id) = 0;
     virtual void SetSliderPos(int id, int pos) = 0;

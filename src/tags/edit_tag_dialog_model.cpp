@@ -1,7 +1,13 @@
 // The checks and warnings shared by the tag dialogs.
 #include "tags/edit_tag_dialog_model.h"
 
+#include "base/owners.h"
+
+#include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstring>
+#include <cwchar>
 #include <cwctype>
 
 namespace {
@@ -104,4 +110,37 @@ void CEditTagDialogModel::FillYearAndTrackLists(int yearId, int trackId) {
             m_trackValues.push_back(track);
         }
     }
+}
+
+bool CEditTagDialogModel::SetNewArt(const BYTE* bytes, ULONG size) {
+    if (!bytes || size == 0) return false;
+    CKxTaskMem<BYTE*> copy(static_cast<BYTE*>(CoTaskMemAlloc(size)));
+    if (!copy) return false;
+    std::memcpy(copy.Get(), bytes, size);
+    m_pArtBytes = std::move(copy);
+    m_nArtSize = size;
+    m_bArtChanged = TRUE;
+    m_bArtRemoved = FALSE;
+    m_controls.ShowArtBytes(m_pArtBytes.Get(), m_nArtSize);
+    OnArtChanged();
+    return true;
+}
+
+bool CEditTagDialogModel::RemoveArt() {
+    const bool present = (m_bArtChanged && m_pArtBytes) || m_tags.art;
+    if (!present) return false;
+    // Back to the default picture: the new art goes too.
+    m_pArtBytes.Reset();
+    m_nArtSize = 0;
+    m_controls.ShowDefaultArt();
+    m_bArtRemoved = TRUE;
+    return true;
+}
+
+int KxLeadingInt(const std::wstring& text) {
+    errno = 0;
+    const long long value = std::wcstoll(text.c_str(), nullptr, 10);
+    if (value < INT_MIN) return INT_MIN;
+    if (value > INT_MAX) return INT_MAX;
+    return static_cast<int>(value);
 }

@@ -37,6 +37,14 @@ public:
     // Fills the year combo with 1990 to 2007 and the track combo (0: none) with 1 to 30.
     void FillYearAndTrackLists(int yearId, int trackId);
 
+    // ---- art ----------------------------------------------------------------------------------------
+    // New art (copied): shown, kept for the write, then OnArtChanged.
+    bool SetNewArt(const BYTE* bytes, ULONG size);
+    // True, with the default picture and the art marked removed, if there was art.
+    bool RemoveArt();
+    // New art was taken: each dialog enables its Remove (and the multiple-item one ticks its box).
+    virtual void OnArtChanged() {}
+
     HWND OwnerWindow() const override { return m_controls.DialogWindow(); }
 
     static bool AllDigits(const std::wstring& text);
@@ -53,3 +61,6 @@ public:
 private:
     bool Warn(KxFieldWarning which, int id);
 };
+
+// The leading number of a text as _wtoi reads it: 0 where none stands.
+int KxLeadingInt(const std::wstring& text);

@@ -56,14 +56,6 @@ LONG KxParseSignedInt(const std::wstring& text) {
     return static_cast<LONG>(value);
 }
 
-int KxLeadingInt(const std::wstring& text) {
-    errno = 0;
-    const long long value = std::wcstoll(text.c_str(), nullptr, 10);
-    if (value < INT_MIN) return INT_MIN;
-    if (value > INT_MAX) return INT_MAX;
-    return static_cast<int>(value);
-}
-
 CSingleTagModel::CSingleTagModel(IEditTagControls& controls, IKxContentSite* site, IKxContentFolder* folder,
                                  UINT itemCount, const KxPcPidl* items)
     : CEditTagDialogModel(controls, site, folder, itemCount, items),
@@ -93,9 +85,9 @@ void CSingleTagModel::FillKnownValueLists(const KxStringList& artists, const KxS
     const KxStringList* lists[] = {&artists, &albums, &artists2, &genres};
     for (size_t i = 0; i < 4; ++i) {
         const int id = kListFields[i].id;
-        if (!m_controls.Exists(id)) continue;
-        m_controls.ResetList(id);
-        for (const std::wstring& value : *lists[i]) m_controls.AddToList(id, value);
+        if (!m_controls.Exists(id) || *lists[i] == m_shownLists[i]) continue;
+        m_controls.SetList(id, *lists[i]);
+        m_shownLists[i] = *lists[i];
     }
 }
 
@@ -125,7 +117,11 @@ void CSingleTagModel::SetTagsToControls(const _tagTrackTagValues* record) {
             c.SetText(field.id, L"");
             continue;
         }
-        if (!found) c.InsertInList(field.id, index, value);
+        if (!found) {
+            c.InsertInList(field.id, index, value);
+            const size_t shown = static_cast<size_t>(&field - kListFields);
+            m_shownLists[shown] = this->*field.list;
+        }
         c.SelectInList(field.id, index);
     }
 
@@ -343,30 +339,7 @@ bool CSingleTagModel::OnStepKey(UINT vk, bool modifierDown) {
     return true;
 }
 
-bool CSingleTagModel::SetNewArt(const BYTE* bytes, ULONG size) {
-    if (!bytes || size == 0) return false;
-    CKxTaskMem<BYTE*> copy(static_cast<BYTE*>(CoTaskMemAlloc(size)));
-    if (!copy) return false;
-    std::memcpy(copy.Get(), bytes, size);
-    m_pArtBytes = std::move(copy);
-    m_nArtSize = size;
-    m_bArtChanged = TRUE;
-    m_bArtRemoved = FALSE;
-    m_controls.ShowArtBytes(m_pArtBytes.Get(), m_nArtSize);
-    m_controls.Enable(KX_IDC_TAG_REMOVE, true);
-    return true;
-}
-
-bool CSingleTagModel::RemoveArt() {
-    const bool present = (m_bArtChanged && m_pArtBytes) || m_tags.art;
-    if (!present) return false;
-    // Back to the default picture: the new art goes too.
-    m_pArtBytes.Reset();
-    m_nArtSize = 0;
-    m_controls.ShowDefaultArt();
-    m_bArtRemoved = TRUE;
-    return true;
-}
+void CSingleTagModel::OnArtChanged() { m_controls.Enable(KX_IDC_TAG_REMOVE, true); }
 
 void CSingleTagModel::OnRemoveArt() {
     if (RemoveArt()) m_controls.Enable(KX_IDC_TAG_REMOVE, false);

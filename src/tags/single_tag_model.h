@@ -30,6 +30,9 @@ public:
     void SetTagsToControls(const _tagTrackTagValues* record) override;
     void GetTagsFromControls(_tagTrackTagValues* record) override;
     void ClearShownArt() override;
+    // Puts the known names into the four combo boxes. A list equal to what its box already shows
+    // is left alone: a step usually reads the very names it showed before, and refilling tens of
+    // thousands of entries would be most of the step's cost.
     void FillKnownValueLists(const KxStringList& artists, const KxStringList& albums, const KxStringList& artists2,
                              const KxStringList& genres);
 
@@ -48,19 +51,17 @@ public:
     void SetStepButtons(BOOL isFirst, BOOL isLast);
 
     // ---- art ----------------------------------------------------------------------------------------
-    // New art for the shown item (copied): shown, kept for the save, Remove enabled.
-    bool SetNewArt(const BYTE* bytes, ULONG size);
-    // True, with the default picture and the art marked removed, if there was art.
-    bool RemoveArt();
+    // New art for the shown item enables Remove.
+    void OnArtChanged() override;
     // Remove's button and menu command.
     void OnRemoveArt();
 
     BOOL m_bFirstShow;
     BOOL m_prevEnabled;
     BOOL m_nextEnabled;
+    // What each box of the four lists shows (the item's own value inserted), in their order.
+    KxStringList m_shownLists[4];
 };
 
 // A signed whole number as GetDlgItemInt reads it: 0 for anything else, or one out of range.
 LONG KxParseSignedInt(const std::wstring& text);
-// The leading number of a text as _wtoi reads it: 0 where none stands.
-int KxLeadingInt(const std::wstring& text);

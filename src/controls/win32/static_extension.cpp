@@ -1,3 +1,4 @@
+// The picture static's right click, context-menu keys and focus frame.
 #include "controls/win32/static_extension.h"
 
 #include <windowsx.h>
@@ -10,6 +11,27 @@ void CStaticExtension::AskParentForMenu() {
 
 LRESULT CStaticExtension::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+        const LRESULT result = CStatic::WindowProc(message, wParam, lParam);
+        ::InvalidateRect(m_hWnd, nullptr, TRUE);
+        return result;
+    }
+    case WM_PAINT: {
+        // A static shows no focus of its own: reached by Tab, it gets the dotted frame inside its
+        // border, drawn over what the default painting left.
+        const LRESULT result = CStatic::WindowProc(message, wParam, lParam);
+        if (::GetFocus() == m_hWnd) {
+            if (HDC dc = ::GetDC(m_hWnd)) {
+                RECT rc;
+                ::GetClientRect(m_hWnd, &rc);
+                ::InflateRect(&rc, -2, -2);
+                ::DrawFocusRect(dc, &rc);
+                ::ReleaseDC(m_hWnd, dc);
+            }
+        }
+        return result;
+    }
     case WM_RBUTTONDOWN: {
         const LRESULT result = Default();
         AskParentForMenu();

@@ -1,7 +1,7 @@
 // CStaticExtension: the picture static of the tag dialogs. A right click on it, and the
 // keyboard's context-menu key or Shift+F10 while it has the focus, ask its parent for the art
 // menu. The parent is reached through its window object: a parent whose object is no
-// IKxArtMenuOwner gets nothing.
+// IKxArtMenuOwner gets nothing. With the focus it shows a focus frame.
 #pragma once
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 // The album art without its window, on the fake platform and real files in a scratch temp folder:
 // accepted names, the box fit, the stored bytes (taken as they are or re-encoded), the temporary
-// path and its guard, bad input, the pasted bitmap and the art state.
+// path and its guard, bad input and the pasted bitmap.
 #include "imaging/album_art.h"
 #include "imaging/fit_box.h"
 
@@ -12,22 +12,6 @@ namespace kxtest {
 namespace {
 
 using namespace kxgdip;
-
-// The window side as a test sees it: the picture shows when told to, and the resets are counted.
-class TestArt : public CAlbumArt {
-public:
-    using CAlbumArt::CAlbumArt;
-    bool ShowArtBytes(const BYTE* bytes, ULONG size) override {
-        ++shows;
-        return showWorks && bytes && size;
-    }
-    void ResetArtPicture() override { ++resets; }
-    bool ItemHasArt() const override { return itemArt; }
-    bool showWorks = true;
-    bool itemArt = false;
-    int shows = 0;
-    int resets = 0;
-};
 
 class AlbumArtTest : public ImagingTest {
 protected:
@@ -98,7 +82,7 @@ TEST_F(AlbumArtTest, PreparedBytes) {
         WritePicture(c.name, picture);
         std::vector<BYTE> original;
         ASSERT_TRUE(ReadBytes(NativeOf(c.name), &original));
-        TestArt art(gdip, files);
+        CAlbumArt art(gdip, files);
         BYTE* bytes = nullptr;
         ULONG size = 0;
         ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, PathOf(c.name).c_str(), c.fitW, c.fitH, c.w, c.h));
@@ -126,7 +110,7 @@ TEST_F(AlbumArtTest, PreparedBytes) {
 // The temporary file is named after the source in the temp folder; 260 characters or more are
 // cut to 255 and end in ".jpg" (259 in all).
 TEST_F(AlbumArtTest, TemporaryPathLength) {
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     files.tempPath = L"C:\\Temp\\";  // 8 characters
     struct Case {
         size_t nameLength;  // with its extension ".png"
@@ -160,7 +144,7 @@ TEST_F(AlbumArtTest, SourceInTheTempFolderIsKept) {
         }
         std::vector<BYTE> original;
         ASSERT_TRUE(ReadBytes(NativeOf("cover.png"), &original));
-        TestArt art(gdip, files);
+        CAlbumArt art(gdip, files);
         std::wstring path;
         ASSERT_TRUE(art.BuildTempPath(PathOf("cover.png").c_str(), &path));
         EXPECT_EQ(PathOf("KxArt-cover.png"), path);
@@ -178,7 +162,7 @@ TEST_F(AlbumArtTest, SourceInTheTempFolderIsKept) {
     // The prefixed name is taken again only while it still reaches the source.
     WritePicture("KxArt-a.png", Picture(ImageFormatPNG, 4, 4));
     keptFiles = {"KxArt-a.png"};
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     std::wstring path;
     ASSERT_TRUE(art.BuildTempPath(PathOf("KxArt-a.png").c_str(), &path));
     EXPECT_EQ(PathOf("KxArt-KxArt-a.png"), path);
@@ -191,7 +175,7 @@ TEST_F(AlbumArtTest, LeftoverTemporaryCopyIsCleared) {
     ASSERT_TRUE(WriteBytes(NativeOf("art.png"), {1, 2, 3}));
     ASSERT_TRUE(files.SetFileAttributesW(PathOf("art.png").c_str(),
                                          kFileAttributeReadOnly | kFileAttributeHidden | kFileAttributeSystem));
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     BYTE* bytes = nullptr;
     ULONG size = 0;
     ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, (sources.WideFolder() + L"art.png").c_str(), 90, 90, 90, 90));
@@ -207,7 +191,7 @@ TEST_F(AlbumArtTest, BadInput) {
     ASSERT_TRUE(WriteBytes(NativeOf("cut.jpg"), truncated));
     ASSERT_TRUE(std::filesystem::create_directory(NativeOf("folder.jpg")));
     keptFiles = {"cut.jpg", "empty.jpg", "folder.jpg", "text.png"};
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     // (file, whether it reads whole: a file that is no image still has bytes)
     const std::pair<const char*, bool> cases[] = {
         {"text.png", true}, {"empty.jpg", false}, {"cut.jpg", true}, {"folder.jpg", false}, {"missing.png", false}};
@@ -242,7 +226,7 @@ TEST_F(AlbumArtTest, FailureAtEachStep) {
                           {GdipOp::AllPropertyItems, OutOfMemory}, {GdipOp::Save, Win32Error}};
     for (const Case& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.op));
-        TestArt art(gdip, files);
+        CAlbumArt art(gdip, files);
         gdip.Fail(c.op, c.status);
         BYTE* bytes = nullptr;
         ULONG size = 0;
@@ -253,7 +237,7 @@ TEST_F(AlbumArtTest, FailureAtEachStep) {
     // A failed draw that the platform calls a generic error with no last error maps to 0: the
     // picture goes on as drawn.
     {
-        TestArt art(gdip, files);
+        CAlbumArt art(gdip, files);
         gdip.lastError = 0;
         gdip.Fail(GdipOp::DrawImage, GenericError);
         BYTE* bytes = nullptr;
@@ -262,7 +246,7 @@ TEST_F(AlbumArtTest, FailureAtEachStep) {
         CoTaskMemFree(bytes);
     }
     // Out of task memory for the read-back: the temporary file still goes.
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     kxcompat::FailTaskMemAllocations(1);
     BYTE* bytes = nullptr;
     ULONG size = 0;
@@ -274,7 +258,7 @@ TEST_F(AlbumArtTest, FailureAtEachStep) {
 // A pasted bitmap is encoded at its own size with the height in 16 bits, through
 // "KxPastedDemo.jpg", which is deleted after the read.
 TEST_F(AlbumArtTest, PastedBitmap) {
-    TestArt art(gdip, files);
+    CAlbumArt art(gdip, files);
     BYTE* bytes = reinterpret_cast<BYTE*>(&art);
     ULONG size = 5;
     EXPECT_FALSE(art.EncodePastedBitmap(nullptr, &bytes, &size));
@@ -309,59 +293,6 @@ TEST_F(AlbumArtTest, PastedBitmap) {
     EXPECT_FALSE(art.StorePastedBitmap(handle));
     EXPECT_EQ(nullptr, art.m_pPastedBytes);
     gdip.DeleteHBITMAP(handle);
-}
-
-TEST_F(AlbumArtTest, ArtStateRules) {
-    const BYTE art[] = {1, 2, 3};
-    TestArt state(gdip, files);
-    EXPECT_FALSE(state.RemoveArt()) << "nothing to remove";
-    EXPECT_EQ(0, state.resets);
-
-    state.SetArtBytes(nullptr, 0);
-    EXPECT_TRUE(state.m_bArtChanged && state.m_bArtRemoved);
-    state.SetArtBytes(art, 3);
-    EXPECT_TRUE(state.m_bArtChanged);
-    EXPECT_FALSE(state.m_bArtRemoved);
-    EXPECT_EQ(0, std::memcmp(art, state.m_pArtBytes, 3));
-    EXPECT_NE(art, state.m_pArtBytes);
-    state.m_bArtChanged = FALSE;
-    kxcompat::FailTaskMemAllocations(1);
-    state.SetArtBytes(art, 3);  // no copy: the flags stay, the old bytes are gone
-    EXPECT_FALSE(state.m_bArtChanged);
-    EXPECT_EQ(nullptr, state.m_pArtBytes);
-
-    state.SetArtBytes(art, 3);
-    EXPECT_TRUE(state.RemoveArt());
-    EXPECT_TRUE(state.m_bArtRemoved);
-    EXPECT_TRUE(state.m_bArtChanged) << "removing leaves the changed flag";
-    EXPECT_EQ(nullptr, state.m_pArtBytes);
-    EXPECT_EQ(1, state.resets);
-    EXPECT_FALSE(state.RemoveArt());
-    state.itemArt = true;
-    EXPECT_TRUE(state.RemoveArt()) << "the item's own art counts";
-
-    // Pasted bytes move into the art once they show; otherwise they stay waiting.
-    state.m_pPastedBytes = static_cast<BYTE*>(CoTaskMemAlloc(3));
-    state.m_nPastedSize = 3;
-    state.showWorks = false;
-    EXPECT_FALSE(state.ApplyPastedBytes());
-    EXPECT_NE(nullptr, state.m_pPastedBytes);
-    state.showWorks = true;
-    BYTE* block = state.m_pPastedBytes;
-    EXPECT_TRUE(state.ApplyPastedBytes());
-    EXPECT_EQ(block, state.m_pArtBytes);
-    EXPECT_EQ(3u, state.m_nArtSize);
-    EXPECT_EQ(nullptr, state.m_pPastedBytes);
-    EXPECT_EQ(0u, state.m_nPastedSize);
-    EXPECT_FALSE(state.m_bArtRemoved) << "removed, then chosen again";
-    EXPECT_TRUE(state.m_bArtChanged);
-    EXPECT_FALSE(state.ApplyPastedBytes()) << "nothing pasted";
-
-    // Without a picture control nothing shows, so nothing is applied.
-    CAlbumArt bare(gdip, files);
-    bare.m_pPastedBytes = static_cast<BYTE*>(CoTaskMemAlloc(1));
-    bare.m_nPastedSize = 1;
-    EXPECT_FALSE(bare.ApplyPastedBytes());
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "host/library/taskmem_audit.h"
 #include "tags/art_menu_rules.h"
 #include "tags/single_tag_model.h"
+#include "tests/unit/tags/write_log_text.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +71,11 @@ public:
         list.insert(list.begin() + index, text);
     }
     void SelectInList(int id, int index) override { controls[id].text = controls[id].list.at(static_cast<size_t>(index)); }
+    void SetList(int id, const std::vector<std::wstring>& values) override {
+        fills += std::to_string(id) + " ";
+        IEditTagControls::SetList(id, values);
+    }
+    std::string fills;  // the boxes filled whole, in order
     int GetSliderPos(int id) override { return controls[id].pos; }
     void SetSliderPos(int id, int pos) override { controls[id].pos = pos; }
     void ShowArtBytes(const BYTE*, ULONG size) override { log += "art" + std::to_string(size) + " "; }
@@ -160,18 +166,7 @@ protected:
         ui.TakeLog();
         return *model;
     }
-    // "track:key" of each write since the last call (key: its number, or "art"; R a removal).
-    std::string Writes() {
-        std::string out;
-        for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" + (art ? "art" : std::to_string(w.key.pid)) +
-                   (w.via == 4 ? "R" : "");
-        }
-        lib->ClearWrites();
-        return out;
-    }
+    std::string Writes() { return kxtest::TakeWritesText(*lib, tracks); }
 
     std::shared_ptr<kxhost::InMemoryLibrary> lib;
     std::vector<kxhost::ItemId> tracks;
@@ -351,6 +346,24 @@ TEST_F(SingleTagTest, ArtChangesAndEmptyingTheAlbumRemovesIt) {
     EXPECT_EQ("0:artR", Writes());  // an empty text is never written
 }
 
+// A step that reads the names its boxes show leaves them alone; a box whose list differs (the
+// former item's second artist was no known name) is filled again without it.
+TEST_F(SingleTagTest, AStepFillsOnlyTheListsThatChanged) {
+    Open(0);
+    EXPECT_EQ("1004 1008 1006 ", ui.fills) << "no genres known: that box stays empty";
+    const auto& second = ui.controls[KX_IDC_TAG_ARTIST2].list;
+    EXPECT_EQ(3u, second.size()) << "the item's own second artist inserted";
+    ui.fills.clear();
+    EXPECT_EQ(S_OK, model->Step(true));
+    EXPECT_EQ("1006 ", ui.fills);
+    EXPECT_EQ((std::vector<std::wstring>{L"Beta", L"Zed"}), second);
+    EXPECT_EQ(2u, ui.controls[KX_IDC_TAG_ARTIST].list.size());
+    ui.fills.clear();
+    EXPECT_EQ(S_OK, model->Step(true));
+    EXPECT_EQ("", ui.fills);
+    Writes();
+}
+
 // Stands in for the accepted image files: a name that ends in ".jpg".
 bool AcceptJpeg(const wchar_t* path) {
     const std::wstring p = path;
@@ -371,6 +384,8 @@ TEST(ArtMenu, EnablingFollowsStateAndClipboard) {
         {"cut", {}, {false, false, false, true, 1, L"C:\\a.jpg", true, 2}, "B-R- open"},
         {"copied", {}, {false, false, false, true, 1, L"C:\\a.jpg", true, 5}, "BPR- open C:\\a.jpg"},
         {"not a picture", {}, {false, false, false, true, 1, L"C:\\a.txt"}, "B-R- open"},
+        {"no album", {false, true, true, false, false}, {true, true}, "---- shut"},
+        {"Change... shown disabled", {false, true, true, false, true, true}, {true, true}, "---- shut"},
     };
     for (const auto& c : cases) {
         const ArtMenuDecision d = DecideArtMenu(c.state, c.offer, AcceptJpeg);

@@ -39,8 +39,10 @@ void CALLBACK ReadAndCloseMenu(HWND, UINT, UINT_PTR id, DWORD) {
 }
 DialogDriver::Step OpenArtMenu() {
     return [](HWND dlg) {
+        HWND picture = GetDlgItem(dlg, KX_IDC_TAG_ART);
         SetTimer(nullptr, 0, 300, ReadAndCloseMenu);
-        SendMessageW(dlg, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(GetDlgItem(dlg, KX_IDC_TAG_ART)), -1);
+        SendMessageW(picture, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 10));
+        SendMessageW(picture, WM_RBUTTONUP, 0, MAKELPARAM(10, 10));
     };
 }
 // Dispatches the dialog's messages until the album field is enabled again (the lookup's end).

@@ -1,7 +1,8 @@
 // The single-item tag dialog through KxComResPlgin.dll, on a small in-memory library: what OK
 // writes (the library's write log) and answers, the ways of leaving without a change, the 256th
 // typed character and a long paste, the digits warning holding OK, Previous and Next saving and
-// stepping, and a failed step's message box. Every test ends with nothing left behind.
+// stepping, a failed step's message box, and new art from the file dialog, from the clipboard
+// through the picture's menu, and dropped on the picture. Every test ends with nothing left behind.
 #include <windows.h>
 #include <commctrl.h>
 #include <gdiplus.h>
@@ -22,8 +23,11 @@
 #include "host/library/jpeg_encoder.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/nested_dialogs.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/tags/picture_text.h"
+#include "tests/unit/tags/write_log_text.h"
 
 namespace kxtest {
 namespace {
@@ -96,18 +100,7 @@ protected:
         std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
         return code;
     }
-    // "track:key" of each write since the last call (key: its number, "art"; R a removal).
-    std::string Writes() {
-        std::string out;
-        for (const kxhost::WriteRecord& w : lib->Writes()) {
-            const auto track = std::find(tracks.begin(), tracks.end(), w.item) - tracks.begin();
-            const bool art = IsEqualGUID(w.key.fmtid, KxPropAlbumArt.fmtid);
-            out += (out.empty() ? "" : " ") + std::to_string(track) + ":" + (art ? "art" : std::to_string(w.key.pid)) +
-                   (w.via == 4 ? "R" : "");
-        }
-        lib->ClearWrites();
-        return out;
-    }
+    std::string Writes() { return TakeWritesText(*lib, tracks); }
     // The step buttons ("P+ N-"), the focus on one of them, and the title.
     DialogDriver::Step Snap() {
         return [this](HWND dlg) {
@@ -243,16 +236,8 @@ TEST_F(EditTagThroughPlugin, NextAndPreviousSaveThenStep) {
 // timer of the test's own answers the box.
 HWND g_stepDialog = nullptr;
 std::wstring g_boxCaption;
-BOOL CALLBACK FindMessageBox(HWND window, LPARAM found) {
-    WCHAR cls[16] = {};
-    GetClassNameW(window, cls, 16);
-    if (window == g_stepDialog || wcscmp(cls, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
 void CALLBACK AnswerMessageBox(HWND, UINT, UINT_PTR id, DWORD) {
-    HWND box = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindMessageBox, reinterpret_cast<LPARAM>(&box));
+    HWND box = FindOtherDialog(g_stepDialog);
     if (!box) return;
     WCHAR caption[64] = {};
     GetWindowTextW(box, caption, 64);
@@ -279,53 +264,7 @@ TEST_F(EditTagThroughPlugin, AFailedStepShowsTheMessageAndStays) {
     EXPECT_EQ("", Writes()) << "the unchanged item wrote nothing";
 }
 
-// The file dialog runs its own loop: a timer of the test's own types the path into it and opens.
 std::wstring g_chosenFile;
-bool g_fileDialogAnswered = false;
-BOOL CALLBACK FindFileDialog(HWND window, LPARAM found) {
-    WCHAR cls[16] = {};
-    GetClassNameW(window, cls, 16);
-    if (window == g_stepDialog || wcscmp(cls, L"#32770") != 0 || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-void CALLBACK AnswerFileDialog(HWND, UINT, UINT_PTR id, DWORD) {
-    HWND box = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindFileDialog, reinterpret_cast<LPARAM>(&box));
-    if (!box) return;
-    KillTimer(nullptr, id);
-    for (int name : {0x47C, 0x480}) SetDlgItemTextW(box, name, g_chosenFile.c_str());  // combo or edit
-    // an empty name cancels
-    if (g_chosenFile.empty()) {
-        PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-        return;
-    }
-    g_fileDialogAnswered = true;
-    PostMessageW(box, WM_COMMAND, IDOK, 0);
-}
-
-// The picture's size and whether it is a JPEG, as GDI+ reads the bytes.
-std::string DescribePicture(const std::vector<BYTE>& bytes) {
-    using namespace Gdiplus;
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    if (GdiplusStartup(&token, &input, nullptr) != Ok) return "no platform";
-    std::string out = "unreadable";
-    IStream* stream = SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size()));
-    GpBitmap* bitmap = nullptr;
-    if (stream && DllExports::GdipCreateBitmapFromStream(stream, &bitmap) == Ok && bitmap) {
-        UINT w = 0, h = 0;
-        GUID format = {};
-        DllExports::GdipGetImageWidth(bitmap, &w);
-        DllExports::GdipGetImageHeight(bitmap, &h);
-        DllExports::GdipGetImageRawFormat(bitmap, &format);
-        out = (IsEqualGUID(format, ImageFormatJPEG) ? "JPEG " : "other ") + std::to_string(w) + "x" + std::to_string(h);
-        DllExports::GdipDisposeImage(bitmap);
-    }
-    if (stream) stream->Release();
-    GdiplusShutdown(token);
-    return out;
-}
 
 // A JPEG that fits the thumbnail is stored as its file's exact bytes. (A larger picture is scaled
 // and re-encoded with its metadata copied; Wine's imaging cannot say that a file has no metadata,
@@ -333,12 +272,8 @@ std::string DescribePicture(const std::vector<BYTE>& bytes) {
 TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
     {
         // the file dialog's first showing keeps the shell's icons and lists for the process
-        g_chosenFile.clear();
         DialogDriver warmup;
-        warmup.Do([](HWND dlg) {
-                  g_stepDialog = dlg;
-                  SetTimer(nullptr, 0, 200, AnswerFileDialog);
-              })
+        warmup.Do([](HWND dlg) { AnswerFileDialog(dlg, L""); })
             .Click(KX_IDC_TAG_BROWSE)
             .Press(VK_ESCAPE);
         Run(0, warmup);
@@ -356,15 +291,13 @@ TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
     fwrite(jpeg.data(), jpeg.size(), 1, f);
     fclose(f);
 
-    g_fileDialogAnswered = false;
     bool removeEnabled = false;
     bool pictureShown = false;
     DialogDriver driver;
     driver
         .Do([](HWND dlg) {
-            g_stepDialog = dlg;
             SendDlgItemMessageW(dlg, KX_IDC_TAG_REMOVE, BM_CLICK, 0, 0);  // the old art goes first
-            SetTimer(nullptr, 0, 200, AnswerFileDialog);
+            AnswerFileDialog(dlg, g_chosenFile);
         })
         .Click(KX_IDC_TAG_BROWSE)
         .Inspect([&](HWND dlg) {
@@ -374,7 +307,7 @@ TEST_F(EditTagThroughPlugin, ArtFromAFileThroughTheFileDialogIsStoredAndShown) {
         .Click(IDOK);
     EXPECT_EQ("00000000", Run(0, driver));
     DeleteFileW(g_chosenFile.c_str());
-    EXPECT_TRUE(g_fileDialogAnswered);
+    EXPECT_TRUE(FileDialogAnswered());
     EXPECT_TRUE(removeEnabled) << "new art can be removed again";
     EXPECT_TRUE(pictureShown);
     EXPECT_EQ("0:art", Writes()) << "the new art replaces the old, no removal";
@@ -404,6 +337,22 @@ void CALLBACK CloseMenu(HWND, UINT, UINT_PTR id, DWORD) {
     KillTimer(nullptr, id);
     EndMenu();
 }
+// Opens the art menu on the picture, by the context-menu key (the picture has the focus) or a
+// right click; a timer closes it again, and the menu has read the clipboard.
+DialogDriver::Step OpenArtMenu(bool byKey) {
+    return [byKey](HWND dlg) {
+        HWND picture = GetDlgItem(dlg, KX_IDC_TAG_ART);
+        SetTimer(nullptr, 0, 300, CloseMenu);
+        if (byKey) {
+            HWND focus = GetFocus();
+            SendMessageW(focus, WM_KEYDOWN, VK_APPS, 1);
+            SendMessageW(focus, WM_KEYUP, VK_APPS, 0xC0000001);
+        } else {
+            SendMessageW(picture, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 10));
+            SendMessageW(picture, WM_RBUTTONUP, 0, MAKELPARAM(10, 10));
+        }
+    };
+}
 
 // The art menu opened from the keyboard reads the clipboard; Paste then takes the one file it
 // found there, and nothing from a list of two.
@@ -411,12 +360,7 @@ TEST_F(EditTagThroughPlugin, PasteTakesOneFileFromTheClipboard) {
     {
         // the first popup menu keeps the system's menu font and pictures for the process
         DialogDriver warmup;
-        warmup
-            .Do([](HWND dlg) {
-                SetTimer(nullptr, 0, 300, CloseMenu);
-                SendMessageW(dlg, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(GetDlgItem(dlg, KX_IDC_TAG_ART)), -1);
-            })
-            .Press(VK_ESCAPE);
+        warmup.Do(OpenArtMenu(false)).Press(VK_ESCAPE);
         Run(0, warmup);
         before = CountResources();
     }
@@ -429,19 +373,18 @@ TEST_F(EditTagThroughPlugin, PasteTakesOneFileFromTheClipboard) {
     ASSERT_TRUE(f);
     fwrite(jpeg.data(), jpeg.size(), 1, f);
     fclose(f);
-    struct Case { const char* name; std::function<void()> put; const char* code; const char* art; } cases[] = {
-        {"one file", [&] { PutFilesOnClipboard({file}); }, "00000000", "JPEG 48x32"},
-        {"two files", [&] { PutFilesOnClipboard({file, file}); }, "80004001", "JPEG 120x80"},
+    struct Case { const char* name; std::function<void()> put; bool byKey; const char* code; const char* art; } cases[] = {
+        {"one file, right click", [&] { PutFilesOnClipboard({file}); }, false, "00000000", "JPEG 48x32"},
+        {"one file, context-menu key", [&] { PutFilesOnClipboard({file}); }, true, "00000000", "JPEG 48x32"},
+        {"two files", [&] { PutFilesOnClipboard({file, file}); }, true, "80004001", "JPEG 120x80"},
     };
     for (const auto& c : cases) {
         lib->SetValue(tracks[0], KxPropAlbumArt, kxhost::PropertyValue::Blob(kxhost::EncodeJpeg(120, 80, std::vector<DWORD>(120 * 80, 0xFF000000))));
         c.put();
         DialogDriver driver;
-        driver
-            .Do([](HWND dlg) {
-                SetTimer(nullptr, 0, 300, CloseMenu);
-                SendMessageW(dlg, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(GetDlgItem(dlg, KX_IDC_TAG_ART)), -1);
-            })
+        driver.Focus(KX_IDC_TAG_NUMBER)
+            .Press(VK_TAB)  // the picture is the next tab stop
+            .Do(OpenArtMenu(c.byKey))
             .Do([](HWND dlg) { PostMessageW(dlg, WM_COMMAND, KX_IDM_ART_PASTE, 0); })
             .Click(IDOK);
         EXPECT_EQ(c.code, Run(0, driver)) << c.name;
@@ -451,6 +394,199 @@ TEST_F(EditTagThroughPlugin, PasteTakesOneFileFromTheClipboard) {
     }
     EXPECT_TRUE(SetClipboardText(L""));
     DeleteFileW(file.c_str());
+}
+
+// A photograph of the imaging tests' fixture (fetched into the build tree).
+std::wstring TestImage(const char* name) {
+    std::wstring path = L"Z:";
+    for (const char* p = KX_TEST_IMAGES "/"; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
+    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
+    EXPECT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(path.c_str())) << name << " is missing: the fixture fetches it";
+    return path;
+}
+
+std::vector<BYTE> FileBytes(const std::wstring& path) {
+    std::vector<BYTE> bytes;
+    if (FILE* f = _wfopen(path.c_str(), L"rb")) {
+        BYTE buffer[65536];
+        for (size_t n; (n = fread(buffer, 1, sizeof buffer, f)) > 0;) bytes.insert(bytes.end(), buffer, buffer + n);
+        fclose(f);
+    }
+    return bytes;
+}
+
+// A data object of the test's own that offers one format, a CF_HDROP file list in global memory,
+// and hands out a copy of it on every GetData as a drag source does.
+class FileListData : public IDataObject {
+public:
+    explicit FileListData(const std::vector<std::wstring>& files) {
+        for (const std::wstring& f : files) m_list += f + L'\0';
+        m_list += L'\0';
+    }
+    STDMETHODIMP QueryInterface(REFIID riid, void** ppv) override {
+        *ppv = IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDataObject) ? this : nullptr;
+        if (!*ppv) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_refs; }
+    STDMETHODIMP_(ULONG) Release() override { return --m_refs; }  // lives on the test's stack
+    STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override {
+        if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + m_list.size() * sizeof(WCHAR));
+        auto* drop = static_cast<DROPFILES*>(GlobalLock(block));
+        drop->pFiles = sizeof(DROPFILES);
+        drop->fWide = TRUE;
+        memcpy(drop + 1, m_list.data(), m_list.size() * sizeof(WCHAR));
+        GlobalUnlock(block);
+        medium->tymed = TYMED_HGLOBAL;
+        medium->hGlobal = block;
+        medium->pUnkForRelease = nullptr;
+        return S_OK;
+    }
+    STDMETHODIMP GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    STDMETHODIMP QueryGetData(FORMATETC* f) override {
+        return f && f->cfFormat == CF_HDROP && (f->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
+    }
+    STDMETHODIMP GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override {
+        out->ptd = nullptr;
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    STDMETHODIMP DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return OLE_E_ADVISENOTSUPPORTED; }
+    STDMETHODIMP DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+    STDMETHODIMP EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
+    ULONG m_refs = 1;
+
+private:
+    std::wstring m_list;
+};
+
+// What the platform's drag loop does over the dialog, played on the target the dialog registered
+// (OLE keeps it as the window's "OleDropTargetInterface" property): enter, one move, then a drop
+// when the move was answered with an effect and a leave when not. "enter over end" as
+// C (copy), - (none), "drop" or "leave".
+std::string DragOnto(HWND dlg, IDataObject* data, POINT cursor) {
+    auto* target = static_cast<IDropTarget*>(GetPropW(dlg, L"OleDropTargetInterface"));
+    if (!target) return "no target registered";
+    SetCursorPos(cursor.x, cursor.y);
+    const POINTL pt = {cursor.x, cursor.y};
+    auto effect = [](DWORD e) { return std::string(e == DROPEFFECT_COPY ? "C" : e == DROPEFFECT_NONE ? "-" : "?"); };
+    DWORD e = DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK;
+    if (target->DragEnter(data, MK_LBUTTON, pt, &e) != S_OK) return "enter failed";
+    std::string out = effect(e);
+    e = DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK;
+    if (target->DragOver(MK_LBUTTON, pt, &e) != S_OK) return out + " over failed";
+    out += " " + effect(e);
+    if (e == DROPEFFECT_NONE) {
+        target->DragLeave();
+        return out + " leave";
+    }
+    e = DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK;
+    target->Drop(data, 0, pt, &e);
+    return out + " drop" + effect(e);
+}
+
+// One photograph dropped on the picture becomes the art; every test of the target refuses in turn.
+TEST_F(EditTagThroughPlugin, ADropOnThePictureTakesOnePictureFile) {
+    const std::wstring photo = TestImage("orientation_1.jpg");
+    WCHAR temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring renamed = std::wstring(temp) + L"kx_edit_tag_photo.txt";
+    ASSERT_TRUE(CopyFileW(photo.c_str(), renamed.c_str(), FALSE));
+    const std::wstring missing = std::wstring(temp) + L"kx_edit_tag_gone.jpg";
+    const std::vector<BYTE> old = kxhost::EncodeJpeg(16, 16, std::vector<DWORD>(16 * 16, 0xFF000000));
+    enum Where { OverPicture, OverTitle };
+    struct Case {
+        const char* name;
+        std::vector<std::wstring> files;
+        Where where;
+        DWORD artFlags;
+        LPCWSTR album;  // typed into the field first; null leaves it
+        const char* drag;
+        const char* code;
+    } cases[] = {
+        {"one photograph", {photo}, OverPicture, kxhost::kReadWrite, nullptr, "C C dropC", "00000000"},
+        {"two photographs", {photo, photo}, OverPicture, kxhost::kReadWrite, nullptr, "- - leave", "80004001"},
+        {"a file that is gone", {missing}, OverPicture, kxhost::kReadWrite, nullptr, "- - leave", "80004001"},
+        {"another extension", {renamed}, OverPicture, kxhost::kReadWrite, nullptr, "- - leave", "80004001"},
+        {"a folder", {temp}, OverPicture, kxhost::kReadWrite, nullptr, "- - leave", "80004001"},
+        {"over the title", {photo}, OverTitle, kxhost::kReadWrite, nullptr, "C - leave", "80004001"},
+        {"art read-only", {photo}, OverPicture, kxhost::kReadable, nullptr, "- - leave", "80004001"},
+        // (an emptied album would remove the art on OK: Escape leaves)
+        {"album emptied", {photo}, OverPicture, kxhost::kReadWrite, L"", "C - leave", "800704C7"},
+    };
+    for (const Case& c : cases) {
+        lib->SetValue(tracks[0], KxPropAlbumArt, kxhost::PropertyValue::Blob(old), c.artFlags);
+        FileListData data(c.files);
+        std::string drag;
+        DialogDriver driver;
+        if (c.album) driver.Do([&](HWND dlg) { SetText(dlg, KX_IDC_TAG_ALBUM, c.album); });
+        driver
+            .Do([&](HWND dlg) {
+                const RECT r = ItemRect(dlg, c.where == OverPicture ? KX_IDC_TAG_ART : KX_IDC_TAG_TITLE);
+                POINT at = {(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+                ClientToScreen(dlg, &at);
+                drag = DragOnto(dlg, &data, at);
+            });
+        if (c.album) driver.Press(VK_ESCAPE);
+        else driver.Click(IDOK);
+        EXPECT_EQ(c.code, Run(0, driver)) << c.name;
+        EXPECT_EQ(c.drag, drag) << c.name;
+        EXPECT_EQ(1u, data.m_refs) << c.name << ": the target keeps no reference to the data";
+        const auto art = lib->Value(tracks[0], KxPropAlbumArt);
+        const bool taken = std::string(c.name) == "one photograph";
+        EXPECT_TRUE(art && art->bytes == (taken ? FileBytes(photo) : old)) << c.name;
+        Writes();
+    }
+    DeleteFileW(renamed.c_str());
+}
+
+// The clipboard holds a decoded photograph as CF_BITMAP: the menu encodes it when it opens, and
+// Paste makes it the art at the bitmap's own size.
+TEST_F(EditTagThroughPlugin, PasteTakesABitmapFromTheClipboard) {
+    using namespace Gdiplus;
+    GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    ASSERT_EQ(Ok, GdiplusStartup(&token, &input, nullptr));
+    GpBitmap* photo = nullptr;
+    HBITMAP bitmap = nullptr;
+    UINT width = 0, height = 0;
+    ASSERT_EQ(Ok, DllExports::GdipCreateBitmapFromFile(TestImage("orientation_1.jpg").c_str(), &photo));
+    DllExports::GdipGetImageWidth(photo, &width);
+    DllExports::GdipGetImageHeight(photo, &height);
+    ASSERT_EQ(Ok, DllExports::GdipCreateHBITMAPFromBitmap(photo, &bitmap, 0xFFFFFFFF));
+    DllExports::GdipDisposeImage(photo);
+    // The encoding copies the bitmap's metadata first. A bitmap made from a handle has none:
+    // Windows answers zero items, where Wine's imaging answers PropertyNotFound and nothing is
+    // encoded.
+    GpBitmap* probe = nullptr;
+    UINT propSize = 0, propCount = 0;
+    Status answer = DllExports::GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &probe);
+    if (answer == Ok) answer = DllExports::GdipGetPropertySize(probe, &propSize, &propCount);
+    if (probe) DllExports::GdipDisposeImage(probe);
+    GdiplusShutdown(token);
+    if (answer != Ok) {
+        DeleteObject(bitmap);
+        GTEST_SKIP() << "this Wine's GdipGetPropertySize answers status " << answer
+                     << " for a bitmap without metadata, where Windows answers 0 items: a pasted bitmap "
+                        "cannot be encoded here";
+    }
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    SetClipboardData(CF_BITMAP, bitmap);  // the clipboard's now
+    CloseClipboard();
+    DialogDriver driver;
+    driver.Do(OpenArtMenu(false))
+        .Do([](HWND dlg) { PostMessageW(dlg, WM_COMMAND, KX_IDM_ART_PASTE, 0); })
+        .Click(IDOK);
+    EXPECT_EQ("00000000", Run(0, driver));
+    EXPECT_TRUE(SetClipboardText(L""));
+    EXPECT_EQ("0:art", Writes());
+    const auto art = lib->Value(tracks[0], KxPropAlbumArt);
+    EXPECT_EQ("JPEG " + std::to_string(width) + "x" + std::to_string(height),
+              art ? DescribePicture(art->bytes) : "none");
 }
 
 }  // namespace
