@@ -1,6 +1,7 @@
 // kxhost.exe: a small stand-in for the media-library application. It loads the plug-in from its
 // own folder, creates the object through DllGetClassObject like the real host, and reports what
-// the plug-in answers.
+// the plug-in answers. Headless it runs every demo step in turn; with a display it offers them from
+// the Demo menu of its window.
 //
 //   kxhost.exe [--headless] [--out <folder>]
 #include <windows.h>
@@ -512,19 +513,107 @@ struct DemoStep {
     void (*run)(DemoContext& demo);
 };
 
-// The steps in the order they run. A new dialog adds its entry here.
+// The steps in the order they run headless, and the entries of the interactive host's Demo menu.
+// A new dialog adds its entry here.
 const DemoStep kDemoSteps[] = {
     {L"strings", ShowStrings},
     {L"preconditions", ShowPreconditions},
     {L"message boxes", ShowMessageBoxes},
     {L"add to playlist or slideshow", ShowAddToDialogs},
     {L"add music", ShowAddMusicsDialogStep},
-    {L"balloon tips", ShowBalloonTips},
+    {L"balloon tips, on request and tracking", ShowBalloonTips},
     {L"name dialog", ShowNameDialogs},
     {L"image and video properties", ShowPropertyDialogs},
     {L"tag editing, one item", ShowEditTagDialogs},
     {L"tag editing, several items", ShowEditMultipleTagsDialog},
 };
+
+const size_t kDemoStepCount = sizeof(kDemoSteps) / sizeof(kDemoSteps[0]);
+
+// ---- the interactive host: with a display, a window whose Demo menu offers every step ----------
+
+const UINT kMenuExit = 98, kMenuRunAll = 99, kMenuFirstStep = 100;
+const wchar_t kMenuHostClass[] = L"KxHostDemoWindow";
+
+LRESULT CALLBACK MenuHostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* demo = reinterpret_cast<DemoContext*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    switch (message) {
+    case WM_COMMAND: {
+        const UINT id = LOWORD(wParam);
+        if (id == kMenuExit) {
+            DestroyWindow(window);
+            return 0;
+        }
+        if (!demo || (id != kMenuRunAll && (id < kMenuFirstStep || id >= kMenuFirstStep + kDemoStepCount))) break;
+        // the plug-in's dialogs have no owner here: the window takes no input while a step runs
+        EnableWindow(window, FALSE);
+        for (size_t i = 0; i < kDemoStepCount; ++i) {
+            if (id != kMenuRunAll && id != kMenuFirstStep + i) continue;
+            Say(L"-- %s", kDemoSteps[i].name);
+            kDemoSteps[i].run(*demo);
+        }
+        EnableWindow(window, TRUE);
+        SetForegroundWindow(window);
+        return 0;
+    }
+    case WM_PAINT: {
+        PAINTSTRUCT ps;
+        HDC dc = BeginPaint(window, &ps);
+        RECT rc;
+        GetClientRect(window, &rc);
+        InflateRect(&rc, -12, -12);
+        SetBkMode(dc, TRANSPARENT);
+        SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
+        DrawTextW(dc,
+                  L"Choose a dialog or the balloon tips from the Demo menu. Each runs on the sample library; "
+                  L"what the plug-in answers is printed on the console.",
+                  -1, &rc, DT_WORDBREAK);
+        EndPaint(window, &ps);
+        return 0;
+    }
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+// Runs the menu host until its window is closed.
+void RunMenuHost(DemoContext& demo) {
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = &MenuHostProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    wc.lpszClassName = kMenuHostClass;
+    RegisterClassW(&wc);
+    HMENU steps = CreatePopupMenu();
+    for (size_t i = 0; i < kDemoStepCount; ++i)
+        AppendMenuW(steps, MF_STRING, kMenuFirstStep + i, kDemoSteps[i].name);
+    AppendMenuW(steps, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(steps, MF_STRING, kMenuRunAll, L"Every step, in order");
+    AppendMenuW(steps, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(steps, MF_STRING, kMenuExit, L"E&xit");
+    HMENU bar = CreateMenu();
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(steps), L"&Demo");
+    // the window owns the menu and destroys it with itself
+    HWND window = CreateWindowExW(0, kMenuHostClass, L"kxhost: common resource plug-in", WS_OVERLAPPEDWINDOW,
+                                  CW_USEDEFAULT, CW_USEDEFAULT, 560, 160, nullptr, bar, wc.hInstance, nullptr);
+    if (!window) {
+        DestroyMenu(bar);
+        Say(L"kxhost: cannot create the window (error %lu)", GetLastError());
+        return;
+    }
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&demo));
+    ShowWindow(window, SW_SHOW);
+    Say(L"kxhost: choose a step from the Demo menu");
+    MSG msg;
+    while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    UnregisterClassW(kMenuHostClass, wc.hInstance);
+}
 
 }  // namespace
 
@@ -572,9 +661,13 @@ int wmain(int argc, wchar_t** argv) {
     if (res) {
         Say(L"DllCanUnloadNow with the object alive -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
         DemoContext demo = {res, headless, outDir, library.library.get()};
-        for (const DemoStep& step : kDemoSteps) {
-            Say(L"-- %s", step.name);
-            step.run(demo);
+        if (headless) {
+            for (const DemoStep& step : kDemoSteps) {
+                Say(L"-- %s", step.name);
+                step.run(demo);
+            }
+        } else {
+            RunMenuHost(demo);
         }
         res->Release();
     }

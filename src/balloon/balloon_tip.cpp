@@ -32,6 +32,18 @@ CKxBaloontipBase::CKxBaloontipBase(IKxBalloonPlatform& platform)
 
 CKxBaloontipBase::~CKxBaloontipBase() { Clear(); }
 
+namespace {
+
+// A CoTaskMem copy of at most kBubbleMaxTextChars characters, never cut inside a surrogate pair.
+LPWSTR CopyTipText(const WCHAR* text) {
+    size_t count = 0;
+    while (count < kBubbleMaxTextChars && text[count]) ++count;
+    if (count == kBubbleMaxTextChars && text[count] && text[count - 1] >= 0xD800 && text[count - 1] <= 0xDBFF) --count;
+    return KxTaskMemCopy(text, count);
+}
+
+}  // namespace
+
 void CKxBaloontipBase::Init(HWND hwndTarget, LPCWSTR text, LPCWSTR title, UINT flags, LPCWSTR skinFile,
                             LPCWSTR defaultTitle, BOOL controlMode) {
     CKxBalloonStateSwitch state(m_platform);
@@ -43,8 +55,8 @@ void CKxBaloontipBase::Init(HWND hwndTarget, LPCWSTR text, LPCWSTR title, UINT f
         std::memset(m_szSkinFile, 0, sizeof(m_szSkinFile));
         for (int i = 0; i < kSkinFileChars - 1 && skinFile[i]; ++i) m_szSkinFile[i] = skinFile[i];
     }
-    m_pszTitle = KxTaskMemCopy(title ? title : defaultTitle ? defaultTitle : L"");
-    m_pszText = KxTaskMemCopy(text ? text : L"");
+    m_pszTitle = CopyTipText(title ? title : defaultTitle ? defaultTitle : L"");
+    m_pszText = CopyTipText(text ? text : L"");
 }
 
 void CKxBaloontipBase::Clear() {
@@ -167,7 +179,8 @@ ULONG STDMETHODCALLTYPE CKxBalloonlTip::Release() { return ReleaseTip(this); }
 HRESULT STDMETHODCALLTYPE CKxBalloonlTip::SetPosition(const POINT* point) {
     return KxGuardStatus(L"CKxBalloonlTip::SetPosition", [&]() -> HRESULT {
         CKxBalloonStateSwitch state(m_platform);
-        if (point) {
+        // a point that cannot be read is no point, like a null one
+        if (point && !m_platform.IsBadReadPtr(point, sizeof(POINT))) {
             m_ptPosition = *point;
             m_bPositionSet = TRUE;
         }
@@ -231,7 +244,7 @@ HRESULT STDMETHODCALLTYPE CKxBalloonlTipControl::RelayEvent(MSG* msg) {
         // A null message is outside the contract. It is refused with the code this interface already
         // gives for a pointer it cannot use, rather than 0, which would read as "not dealt with" and
         // hide the caller's mistake.
-        if (!msg) return E_POINTER;
+        if (!msg || m_platform.IsBadReadPtr(msg, sizeof(MSG))) return E_POINTER;
         const HRESULT hr = (msg->message == WM_DESTROY && msg->hwnd == m_hTarget) ? Hide() : RelayMessage(*msg, m_nTimeout);
         return hr == S_OK ? 1 : 0;
     });
@@ -253,7 +266,8 @@ HRESULT KxCreateBalloonTip(IKxBalloonPlatform& platform, REFIID riid, HWND hwndT
     if (platform.IsBadWritePtr(ppTip, sizeof(void*))) return E_POINTER;
     // the skin file, not the resource library, decides whether tips can exist
     if (!platform.FileExists(skinFile)) return kNoSkinFile;
-    if (!hwndTarget) return E_INVALIDARG;
+    // a target that is not a window (null, or one the host has destroyed) can carry no tip
+    if (!platform.IsWindow(hwndTarget)) return E_INVALIDARG;
     if (IsEqualIID(riid, IID_IKxBalloonTip)) {
         CKxBalloonlTip* tip = new (std::nothrow) CKxBalloonlTip(platform);
         *ppTip = tip ? static_cast<IKxBalloonTip*>(tip) : nullptr;

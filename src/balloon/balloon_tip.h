@@ -42,6 +42,12 @@ public:
     virtual BOOL GetWindowRect(HWND hWnd, RECT* rc) = 0;
     // True when `bytes` at `p` cannot be written (IsBadWritePtr).
     virtual bool IsBadWritePtr(void* p, size_t bytes) = 0;
+    // True when `bytes` at `p` cannot be read (IsBadReadPtr); a platform that cannot tell answers false.
+    virtual bool IsBadReadPtr(const void* p, size_t bytes) {
+        (void)p;
+        (void)bytes;
+        return false;
+    }
     // A new bubble object, null when there is no memory for one.
     virtual IKxBubble* NewBubble() = 0;
     // Enters the module's framework state into `slot`; LeaveModuleState restores the former one.

@@ -4,10 +4,17 @@
 // 6 pixels from its left edge or 7 from its right edge, the text starts at x 76.
 #pragma once
 
+#include <cstddef>
+
 #include "kx/KxPlatform.h"
 
 // Layout, in pixels.
 constexpr int kBubbleTextMaxWidth = 280;        // widest text
+// Most characters of a tip's text, and of its title, that a tip keeps; the rest is cut. At 280
+// pixels a line, 4,096 characters already make a bubble taller than a screen, while wrapping a
+// text to measure it costs more than linear time in its length (a million characters keep the
+// platform busy for minutes at every showing).
+constexpr size_t kBubbleMaxTextChars = 4096;
 constexpr int kBubbleTextLeft = 76;             // left edge of both texts inside the bubble
 constexpr int kBubbleExtraWidth = 86;           // bubble width beyond the text: 76 left, 10 right
 constexpr int kBubbleTitleBodyGap = 10;         // between title and body

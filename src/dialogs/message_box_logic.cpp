@@ -77,3 +77,10 @@ MessageBoxGrowth MessageBoxGrow(const MessageBoxMeasures& m) {
     g.moveText = captionGrows || g.textExtra != 0;
     return g;
 }
+
+void MessageBoxCutText(std::wstring& text) {
+    if (text.size() <= kMessageBoxMaxChars) return;
+    size_t keep = kMessageBoxMaxChars;
+    if (text[keep - 1] >= 0xD800 && text[keep - 1] <= 0xDBFF) --keep;  // a high surrogate without its pair
+    text.resize(keep);
+}

@@ -3,6 +3,9 @@
 // how the dialog and its two texts grow once their texts have been measured.
 #pragma once
 
+#include <cstddef>
+#include <string>
+
 #include "kx/KxPlatform.h"
 
 // Strings of ComRcRes.dll on the buttons.
@@ -33,6 +36,14 @@ struct MessageBoxOutcome {
 };
 // Command 1034 comes from a click or from the Return key; `returnKey` says which.
 MessageBoxOutcome MessageBoxFirstButtonOutcome(bool returnKey, UINT flags, MessageBoxFocus focus);
+
+// The most characters of the host's text, and of its caption, that the box shows; the rest is cut.
+// Wrapping a text to measure it costs more than linear time in its length (a million characters
+// keep the platform busy for over a minute), and a box grown to tens of thousands of characters is
+// already taller than any screen.
+constexpr size_t kMessageBoxMaxChars = 65535;
+// Cuts `text` to kMessageBoxMaxChars, never between the two halves of a surrogate pair.
+void MessageBoxCutText(std::wstring& text);
 
 // Growth of the dialog on its first showing, from window rectangles in screen coordinates and the
 // heights that the wrapped texts need.

@@ -25,6 +25,31 @@ HRESULT NoLibrary() { return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND); }
 
 IKxDialogRunner* Runner() { return KxGetDialogRunner(); }
 
+// The host's arguments as the dialog operations check them, beyond the documented preconditions.
+// A parent that is given but names no window (one the host has destroyed) is refused with
+// E_INVALIDARG before any dialog: a dialog cannot be owned by it, and running one without the
+// owner the host meant would let the host's window take input during a modal dialog.
+bool BadParent(HWND parent) {
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    return parent && platform && !platform->IsWindow(parent);
+}
+
+// An out pointer that cannot be written is treated as a null one: the operation then answers as
+// it does for null (refused before the dialog, or, where the dialog tests it, at its end).
+template <typename T>
+T* WritableOrNull(T* out) {
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    return out && platform && platform->IsBadWritePtr(out, sizeof(T)) ? nullptr : out;
+}
+
+// An item array must be readable for all `count` items the host says it holds.
+bool BadItemArray(const KxPcPidl* items, UINT count) {
+    IKxPluginPlatform* platform = KxGetPluginPlatform();
+    if (!platform) return false;
+    if (count > static_cast<size_t>(-1) / sizeof(KxPcPidl)) return true;
+    return platform->IsBadReadPtr(items, count * sizeof(KxPcPidl));
+}
+
 }  // namespace
 
 KxComResPlginPluginObj::KxComResPlginPluginObj(IUnknown* outer)
@@ -102,8 +127,9 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowNameDialog(HWND hwndParent
                                                                  LPCWSTR pszInitialName, LPWSTR* ppszName) {
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowNameDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
+        if (BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
-        return Runner()->ShowNameDialog(*this, hwndParent, nameKind, mode, pszInitialName, ppszName);
+        return Runner()->ShowNameDialog(*this, hwndParent, nameKind, mode, pszInitialName, WritableOrNull(ppszName));
     });
 }
 
@@ -113,6 +139,7 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowEditTagDialog(HWND hwndPar
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowEditTagDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
         if (!pSite || !pFolder || !itemCount || !pItems) return E_INVALIDARG;
+        if (BadItemArray(pItems, itemCount) || BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowEditTagDialog(*this, hwndParent, pSite, pFolder, itemCount, pItems);
     });
@@ -124,6 +151,8 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToPlaylistDialog(HWND h
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowAddToPlaylistDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
         if (!pFolder) return E_INVALIDARG;
+        // Both outputs are needed: the host gets one or the other, and only the dialog knows which.
+        if (!WritableOrNull(ppItem) || !WritableOrNull(ppszNewName) || BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowAddToPlaylistDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
     });
@@ -135,6 +164,8 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddToSlideshowDialog(HWND 
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowAddToSlideshowDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
         if (!pFolder) return E_INVALIDARG;
+        // Both outputs are needed: the host gets one or the other, and only the dialog knows which.
+        if (!WritableOrNull(ppItem) || !WritableOrNull(ppszNewName) || BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowAddToSlideshowDialog(*this, hwndParent, pFolder, pszSuggestedName, ppItem, ppszNewName);
     });
@@ -144,6 +175,7 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowMessageBox(HWND hwndParent
                                                                  LPCWSTR pszCaption, UINT flags) {
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowMessageBox", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
+        if (BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowMessageBox(*this, hwndParent, pszText, pszCaption, flags);
     });
@@ -162,7 +194,7 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowImagePropertyDialog(HWND h
                                                                           IKxContentFolder* pFolder, KxPcPidl item) {
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowImagePropertyDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
-        if (!pFolder || !item) return E_INVALIDARG;
+        if (!pFolder || !item || BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowImagePropertyDialog(*this, hwndParent, pSite, pFolder, item);
     });
@@ -172,7 +204,7 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowVideoPropertyDialog(HWND h
                                                                           IKxContentFolder* pFolder, KxPcPidl item) {
     return KxGuardStatus(L"KxComResPlginPluginObj::ShowVideoPropertyDialog", [&]() -> HRESULT {
         if (!m_hResourceLibrary) return NoLibrary();
-        if (!pFolder || !item) return E_INVALIDARG;
+        if (!pFolder || !item || BadParent(hwndParent)) return E_INVALIDARG;
         if (!Runner()) return E_NOTIMPL;
         return Runner()->ShowVideoPropertyDialog(*this, hwndParent, pSite, pFolder, item);
     });
@@ -186,7 +218,7 @@ HRESULT STDMETHODCALLTYPE KxComResPlginPluginObj::ShowAddMusicsDialog(DWORD rese
         if (!m_hResourceLibrary) return NoLibrary();
         // The dialog tests the rest of its arguments.
         if (!Runner()) return E_NOTIMPL;
-        return Runner()->ShowAddMusicsDialog(*this, reserved, pSite, pRootFolder, pszRootName, pTrackList, pCount,
-                                             ppItems);
+        return Runner()->ShowAddMusicsDialog(*this, reserved, pSite, pRootFolder, pszRootName, pTrackList,
+                                             WritableOrNull(pCount), WritableOrNull(ppItems));
     });
 }

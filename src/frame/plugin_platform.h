@@ -19,6 +19,18 @@ public:
     // Makes `resources` the source of the module's dialog templates and strings (inside a switch
     // to the module's framework state).
     virtual void SetModuleResourceHandle(HMODULE resources) = 0;
+    // What the interface checks of the host's arguments before a dialog: whether `bytes` at `p`
+    // can be read (IsBadReadPtr), and whether a handle names a window. A platform that cannot tell
+    // answers that all is well.
+    virtual bool IsBadReadPtr(const void* p, size_t bytes) {
+        (void)p;
+        (void)bytes;
+        return false;
+    }
+    virtual bool IsWindow(HWND window) {
+        (void)window;
+        return true;
+    }
 
 protected:
     ~IKxPluginPlatform() = default;

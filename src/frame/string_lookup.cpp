@@ -37,6 +37,8 @@ HRESULT KxReadStringBlock(IKxStringSource& source, HINSTANCE module, UINT id, LP
 }
 
 HRESULT KxGetResourceString(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR* ppszText) {
+    // an out pointer that cannot be written is one the string cannot go to: refused like a null one
+    if (ppszText && source.IsBadWritePtr(ppszText, sizeof(LPWSTR))) return E_POINTER;
     if (ppszText) *ppszText = nullptr;
     if (!module) return StatusFromWin32(ERROR_FILE_NOT_FOUND);
     if (!ppszText) return E_POINTER;
@@ -47,7 +49,7 @@ HRESULT KxGetResourceString(IKxStringSource& source, HINSTANCE module, UINT id, 
 HRESULT KxLoadResourceString(IKxStringSource& source, HINSTANCE module, UINT id, LPWSTR pszBuffer, INT cchBuffer,
                              INT* pcchNeeded) {
     if (!module) return StatusFromWin32(ERROR_FILE_NOT_FOUND);
-    if (!pcchNeeded) return E_INVALIDARG;
+    if (!pcchNeeded || source.IsBadWritePtr(pcchNeeded, sizeof(INT))) return E_INVALIDARG;
     CKxTaskMemString block;
     int n = 0;
     HRESULT hr = KxReadStringBlock(source, module, id, block.Put(), &n);
@@ -58,6 +60,10 @@ HRESULT KxLoadResourceString(IKxStringSource& source, HINSTANCE module, UINT id,
         hr = S_OK;
     } else if (cchBuffer < 1) {
         // No place even for a terminator: the buffer is left alone and the size is reported.
+        hr = E_INVALIDARG;
+    } else if (source.IsBadWritePtr(pszBuffer, static_cast<size_t>(cchBuffer > n ? n + 1 : cchBuffer) * sizeof(WCHAR))) {
+        // Only the characters that would be written are probed: a host's large count over a
+        // smaller buffer that still takes this string is not refused. The size is reported.
         hr = E_INVALIDARG;
     } else if (cchBuffer > n) {
         std::memcpy(pszBuffer, block.Get(), static_cast<size_t>(n) * sizeof(WCHAR));

@@ -3,12 +3,21 @@
 // characters until the string leaves at least two places free.
 #pragma once
 
+#include <cstddef>
+
 #include "kx/KxPlatform.h"
 
 // Where strings come from: LoadStringW on the platform, a fake in tests.
 class IKxStringSource {
 public:
     virtual int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int cchBuffer) = 0;
+    // True when `bytes` at `p` cannot be written (IsBadWritePtr). A host's out pointer that cannot
+    // take the value is refused like a null one. A source that cannot tell answers false.
+    virtual bool IsBadWritePtr(void* p, size_t bytes) {
+        (void)p;
+        (void)bytes;
+        return false;
+    }
 
 protected:
     ~IKxStringSource() = default;

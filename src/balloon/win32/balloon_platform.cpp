@@ -18,6 +18,7 @@ public:
     BOOL IsWindow(HWND hWnd) override { return hWnd && ::IsWindow(hWnd); }
     BOOL GetWindowRect(HWND hWnd, RECT* rc) override { return ::GetWindowRect(hWnd, rc); }
     bool IsBadWritePtr(void* p, size_t bytes) override { return ::IsBadWritePtr(p, bytes) != FALSE; }
+    bool IsBadReadPtr(const void* p, size_t bytes) override { return ::IsBadReadPtr(p, bytes) != FALSE; }
     IKxBubble* NewBubble() override { return new (std::nothrow) CKXBubbleToolTip; }
     void EnterModuleState(KxModuleStateSlot* slot) override { new (slot->bytes) CKxManageState; }
     void LeaveModuleState(KxModuleStateSlot* slot) override {

@@ -34,7 +34,10 @@ CDlgMassageBox::CDlgMassageBox(LPCWSTR pszText, LPCWSTR pszCaption, UINT flags, 
       m_bFirstShow(TRUE),
       m_rcCaption{0, 0, 0, 0},
       m_rcText{0, 0, 0, 0},
-      m_hrResult(KX_MSGBOX_RESULT_CANCELLED) {}
+      m_hrResult(KX_MSGBOX_RESULT_CANCELLED) {
+    MessageBoxCutText(m_strCaption);
+    MessageBoxCutText(m_strText);
+}
 
 CDlgMassageBox::~CDlgMassageBox() = default;
 

@@ -22,6 +22,9 @@ public:
     HMODULE LoadLibraryW(LPCWSTR path) override { return ::LoadLibraryW(path); }
     // The system call behind CKxPlatformModule, the owner of the resource library.
     BOOL FreeLibrary(HMODULE module) override { return ::FreeLibrary(module); }
+    bool IsBadWritePtr(void* p, size_t bytes) override { return ::IsBadWritePtr(p, bytes) != FALSE; }
+    bool IsBadReadPtr(const void* p, size_t bytes) override { return ::IsBadReadPtr(p, bytes) != FALSE; }
+    bool IsWindow(HWND window) override { return ::IsWindow(window) != FALSE; }
     void SetModuleResourceHandle(HMODULE resources) override {
         CKxManageState state;
         KxSetModuleResourceHandle(resources);

@@ -7,9 +7,13 @@
 
 namespace {
 
-// Runs the dialog; a cancelled dialog answers the cancelled code whatever the dialog stored.
+// Runs the dialog; a cancelled dialog answers the cancelled code whatever the dialog stored. Each
+// kind of dialog lives in a frame of its own (GCC otherwise mixes up the two objects' bounds when
+// both are inlined into one function).
 template <class Dialog>
-HRESULT RunTagDialog(Dialog& dlg) {
+__attribute__((noinline)) HRESULT RunTagDialog(IKxContentSite* pSite, IKxContentFolder* pFolder, UINT itemCount,
+                                               const KxPcPidl* pItems, HWND hwndParent) {
+    Dialog dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
     const INT_PTR result = dlg.DoModal();
     if (result == IDCANCEL) return HRESULT_FROM_WIN32(ERROR_CANCELLED);
     if (result != IDOK) return E_FAIL;
@@ -22,10 +26,6 @@ HRESULT RunEditTagDialog(KxComResPlginPluginObj&, HWND hwndParent, IKxContentSit
                          UINT itemCount, const KxPcPidl* pItems) {
     CKxManageState state;
     // One item steps through the host's view; several get the ticked fields all at once.
-    if (itemCount == 1) {
-        CDlgSingEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
-        return RunTagDialog(dlg);
-    }
-    CDlgMulEditTag dlg(pSite, pFolder, itemCount, pItems, CWnd::FromHandle(hwndParent));
-    return RunTagDialog(dlg);
+    if (itemCount == 1) return RunTagDialog<CDlgSingEditTag>(pSite, pFolder, itemCount, pItems, hwndParent);
+    return RunTagDialog<CDlgMulEditTag>(pSite, pFolder, itemCount, pItems, hwndParent);
 }

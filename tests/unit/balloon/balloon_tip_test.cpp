@@ -306,7 +306,7 @@ TEST_F(BalloonTipTest, RelayEventHidesOnTheTargetsDestroyAndRelaysTheRestWithThe
 }
 
 TEST_F(BalloonTipTest, AControlTipWhoseBubbleCouldNotBeMadeDealsWithNothing) {
-    platform.rects.clear();  // the target is no window: EnsureBubble fails
+    platform.failBubble = true;  // no bubble object: EnsureBubble fails
     CKxBalloonlTipControl* tip = Control();
     MSG msg = {};
     msg.hwnd = kTarget;

@@ -120,3 +120,19 @@ TEST(MessageBoxGrowth, DialogTakesBothExtrasPlus4EachTextItsOwnPlus2AndAGrownCap
 }
 
 }  // namespace
+
+TEST(MessageBoxCutText, KeepsAtMostTheLimitAndNeverHalfASurrogatePair) {
+    struct Case {
+        std::wstring text;
+        size_t kept;
+    } cases[] = {
+        {std::wstring(kMessageBoxMaxChars, L'a'), kMessageBoxMaxChars},
+        {std::wstring(1000000, L'a'), kMessageBoxMaxChars},
+        {std::wstring(kMessageBoxMaxChars - 1, L'a') + L"\xD83D\xDE00", kMessageBoxMaxChars - 1},
+        {std::wstring(kMessageBoxMaxChars - 2, L'a') + L"\xD83D\xDE00" + L"b", kMessageBoxMaxChars},
+    };
+    for (Case& c : cases) {
+        MessageBoxCutText(c.text);
+        EXPECT_EQ(c.kept, c.text.size());
+    }
+}

@@ -232,6 +232,8 @@ TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
     KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
     KxPcPidl items[] = {item};
     INT needed = 0;
+    KxPidl outItem = nullptr;
+    LPWSTR outName = nullptr;
     using R = IKxCommonResource*;
 #define OP(call) [&](R r) { return r->call; }
     const struct Row {
@@ -248,9 +250,11 @@ TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
         {OP(ShowEditTagDialog(nullptr, site, folder, 1, nullptr)), E_INVALIDARG},
         {OP(ShowEditTagDialog(nullptr, site, folder, 1, items)), kRan},
         {OP(ShowAddToPlaylistDialog(nullptr, nullptr, L"x", nullptr, nullptr)), E_INVALIDARG},
-        {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr)), kRan},
+        {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, &outName)), E_INVALIDARG},
+        {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, &outItem, nullptr)), E_INVALIDARG},
+        {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, &outItem, &outName)), kRan},
         {OP(ShowAddToSlideshowDialog(nullptr, nullptr, L"x", nullptr, nullptr)), E_INVALIDARG},
-        {OP(ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr)), kRan},
+        {OP(ShowAddToSlideshowDialog(nullptr, folder, nullptr, &outItem, &outName)), kRan},
         {OP(ShowMessageBox(nullptr, nullptr, nullptr, 0)), kRan},
         {OP(ShowImagePropertyDialog(nullptr, site, nullptr, item)), E_INVALIDARG},
         {OP(ShowImagePropertyDialog(nullptr, site, folder, nullptr)), E_INVALIDARG},
@@ -329,6 +333,8 @@ TEST_F(PluginFrame, AnExceptionInAnyOperationBecomesAStatusAndATraceLine) {
     KxPcPidl item = reinterpret_cast<KxPcPidl>(0x30);
     LPWSTR text = nullptr;
     INT needed = 0;
+    KxPidl outItem = nullptr;
+    LPWSTR outName = nullptr;
     const std::vector<std::pair<const wchar_t*, std::function<HRESULT()>>> rows = {
         {L"GetResourceString", [&] { return r->GetResourceString(188, &text); }},
         {L"LoadResourceString", [&] { return r->LoadResourceString(188, nullptr, 0, &needed); }},
@@ -336,9 +342,9 @@ TEST_F(PluginFrame, AnExceptionInAnyOperationBecomesAStatusAndATraceLine) {
         {L"ShowEditTagDialog",
          [&] { return r->ShowEditTagDialog(nullptr, reinterpret_cast<Site>(0x10), folder, 1, &item); }},
         {L"ShowAddToPlaylistDialog",
-         [&] { return r->ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+         [&] { return r->ShowAddToPlaylistDialog(nullptr, folder, nullptr, &outItem, &outName); }},
         {L"ShowAddToSlideshowDialog",
-         [&] { return r->ShowAddToSlideshowDialog(nullptr, folder, nullptr, nullptr, nullptr); }},
+         [&] { return r->ShowAddToSlideshowDialog(nullptr, folder, nullptr, &outItem, &outName); }},
         {L"ShowMessageBox", [&] { return r->ShowMessageBox(nullptr, nullptr, nullptr, 0); }},
         {L"CreateBalloonTip",
          [&] { return r->CreateBalloonTip(IID_IKxBalloonTip, nullptr, nullptr, nullptr, 0, nullptr); }},
