@@ -1,11 +1,20 @@
 # libFuzzer targets, built with Debian's clang whatever compiler the build uses, and run by ctest
-# for a bounded time: `kx_fuzz_target(name SOURCES ... SEEDS <folder of files to pack as seeds>)`.
+# for a bounded time: `kx_fuzz_target(name SOURCES ... SEEDS <folder of files to pack as seeds>
+# [SECONDS n] [DICT file])`; without SECONDS a target runs KX_FUZZ_SECONDS; DICT is a libFuzzer
+# dictionary of the format's tokens.
 find_program(KX_CLANGXX NAMES clang++ clang++-14 PATHS /usr/bin)
 find_program(KX_ZIP zip)
 set(KX_FUZZ_SECONDS 20 CACHE STRING "How long each fuzz target runs in the tests")
 
 function(kx_fuzz_target name)
-  cmake_parse_arguments(F "" "SEEDS" "SOURCES" ${ARGN})
+  cmake_parse_arguments(F "" "SEEDS;SECONDS;DICT" "SOURCES" ${ARGN})
+  set(_dict)
+  if(F_DICT)
+    set(_dict -dict=${F_DICT})
+  endif()
+  if(NOT F_SECONDS)
+    set(F_SECONDS ${KX_FUZZ_SECONDS})
+  endif()
   if(NOT KX_CLANGXX)
     message(WARNING "clang++ not found: ${name} is not built (install clang and libclang-rt-14-dev)")
     return()
@@ -38,7 +47,7 @@ function(kx_fuzz_target name)
   # new inputs go to a scratch folder; the seed folder stays as built
   add_test(NAME ${name}
            COMMAND ${CMAKE_COMMAND} -E env ASAN_OPTIONS=detect_leaks=1
-                   ${_exe} -max_total_time=${KX_FUZZ_SECONDS} -rss_limit_mb=1024 -print_final_stats=1
+                   ${_exe} -max_total_time=${F_SECONDS} -rss_limit_mb=1024 -print_final_stats=1 ${_dict}
                    ${CMAKE_CURRENT_BINARY_DIR}/${name}_found ${_corpus})
   set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 120)
   file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${name}_found)

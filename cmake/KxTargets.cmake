@@ -24,10 +24,15 @@ function(kx_portable_library name)
 endfunction()
 
 # A native GoogleTest executable of tests/unit, run by ctest under the sanitizers.
+# FIXTURE: a ctest fixture the tests need (files fetched into the build tree).
 function(kx_unit_test name)
-  cmake_parse_arguments(T "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(T "" "FIXTURE" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE kx_options ${T_LIBS} kx_compat GTest::gmock GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS unit TIMEOUT 120
+  set(_kx_fixture)
+  if(T_FIXTURE)
+    set(_kx_fixture FIXTURES_REQUIRED ${T_FIXTURE})
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS unit TIMEOUT 120 ${_kx_fixture}
                        ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()

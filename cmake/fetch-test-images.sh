@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Real photographs and odd image files for the imaging tests, out of Debian packages that carry
 # test data: fetched with `apt-get download` into the build tree, only the files named below
-# extracted, never committed. Usage: fetch-test-images.sh DEST [bench]
+# extracted, never committed. Usage: fetch-test-images.sh DEST [bench|tags]
 #   DEST   folder that receives the files (flat, under the names below)
 #   bench  also the large photograph of the imaging benchmark
+#   tags   instead, only the track files with embedded pictures of the tag readers' tests
 # Fails loudly when a package or a file cannot be had.
 set -euo pipefail
 dest=$1
@@ -18,6 +19,9 @@ IMAGES=(
   "golang-github-rwcarlsen-goexif-dev|usr/share/gocode/src/github.com/rwcarlsen/goexif/exif|sample1.jpg corrupt/huge_tag_exif.jpg corrupt/max_uint32_exif.jpg corrupt/infinite_loop_exif.jpg"
   "golang-github-rwcarlsen-goexif-dev|usr/share/gocode/src/github.com/rwcarlsen/goexif/tiff|sample1.tif"
 )
+if [ "$mode" = tags ]; then
+  IMAGES=("golang-github-hjfreyer-taglib-go-dev|usr/share/gocode/src/github.com/hjfreyer/taglib-go/taglib/testdata|BeatThee.mp3")
+fi
 if [ "$mode" = bench ]; then
   IMAGES+=("lomiri-wallpapers-20.04|usr/share/backgrounds|Kleiber_by_Lukas_Baubkus.jpg")
 fi

@@ -132,6 +132,7 @@ void CDialogEditTag::ShowArtMenuAt(POINT at) {
     state.browseBlocked = browse && ::IsWindowVisible(browse) && !::IsWindowEnabled(browse);
     m_art.m_szPastedPath[0] = L'\0';
     if (!ArtMenuMayOpen(state)) return;
+    state.hasLookup = WantsLookupEntry();
     ArtClipboardOffer offer;
     if (::OpenClipboard(m_hWnd)) {
         offer.hasBitmap = ::IsClipboardFormatAvailable(CF_BITMAP) != FALSE;
@@ -172,6 +173,8 @@ void CDialogEditTag::ShowArtMenuAt(POINT at) {
     } kItems[] = {{KX_IDM_ART_BROWSE, 50, d.browse}, {KX_IDM_ART_PASTE, 52, d.paste}, {KX_IDM_ART_REMOVE, 107, d.remove}};
     for (const auto& item : kItems)
         ::AppendMenuW(menu, MF_STRING | (item.enabled ? 0 : MF_GRAYED), item.id, ResourceString(item.text).c_str());
+    if (state.hasLookup)
+        ::AppendMenuW(menu, MF_STRING | (d.lookup ? 0 : MF_GRAYED), KX_IDM_ART_LOOKUP, ResourceString(49).c_str());
     // The command comes back as a WM_COMMAND of the menu, through the message table.
     ::TrackPopupMenu(menu, TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, m_hWnd, nullptr);
     ::DestroyMenu(menu);

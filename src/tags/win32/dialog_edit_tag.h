@@ -74,6 +74,9 @@ protected:
     void InitDropAndTips();
     // A key before the tool tips and the keystroke rule see it; true ends the message.
     virtual bool PreTranslateKey(MSG* pMsg);
+    // Whether the art menu gets the online entry 9003 (asked as the menu is built); the dialog
+    // for several items has no lookup.
+    virtual bool WantsLookupEntry() { return false; }
     BOOL OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
     void OnDestroy() override;
     void OnClose();

@@ -78,6 +78,7 @@ KxMessageMap CDlgSingEditTag::GetMessageMap() const {
         KxOnCommand(KX_IDM_ART_BROWSE, 0, &D::OnBrowseArt),
         KxOnCommand(KX_IDM_ART_PASTE, 0, &D::OnPasteArt),
         KxOnCommand(KX_IDM_ART_REMOVE, 0, &D::OnRemoveArt),
+        KxOnCommand(KX_IDM_ART_LOOKUP, 0, &D::OnLookupArt),
         KxOnCommand(KX_IDC_TAG_PREV, BN_CLICKED, &D::OnPrevItem),
         KxOnCommand(KX_IDC_TAG_NEXT, BN_CLICKED, &D::OnNextItem),
         KxOnCommand(KX_IDC_TAG_HELP, BN_CLICKED, &D::OnHelp),
@@ -93,11 +94,18 @@ void CDlgSingEditTag::OnShowWindow(BOOL bShow, UINT nStatus) {
 }
 
 BOOL CDlgSingEditTag::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
+    if (message == KX_WM_LOOKUP_DONE) {
+        m_lookup.OnLookupDone();
+        *pResult = 0;
+        return TRUE;
+    }
     if (message == WM_MOVE && m_helpBalloon) m_helpBalloon->UpdatePosition();
     return CDialogEditTag::OnDialogMessage(message, wParam, lParam, pResult);
 }
 
 void CDlgSingEditTag::OnDestroy() {
+    // First, while the art and the controls are all still there for an answer that comes in.
+    m_lookup.ReleaseNetContentMgr();
     if (m_helpBalloon) {
         m_helpBalloon->Show(FALSE, 0);
         m_helpBalloon->Release();
@@ -110,7 +118,10 @@ void CDlgSingEditTag::OnOK() {
     if (m_model.OnOK() == CSingleTagModel::OkOutcome::Close) CDialog::OnOK();
 }
 
+// A step by key happens only with its button enabled, so never during a lookup: there the cancel
+// would have nothing to do.
 void CDlgSingEditTag::StepWithWaitCursor(bool forward) {
+    m_lookup.CancelNetContentMgr();
     HCURSOR before = ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
     m_model.Step(forward);
     ::SetCursor(before);
@@ -121,6 +132,32 @@ void CDlgSingEditTag::OnPrevItem() { StepWithWaitCursor(false); }
 void CDlgSingEditTag::OnNextItem() { StepWithWaitCursor(true); }
 
 void CDlgSingEditTag::OnRemoveArt() { m_model.OnRemoveArt(); }
+
+bool CDlgSingEditTag::WantsLookupEntry() {
+    return m_lookup.WantsMenuEntry((m_model.m_nMode & KX_EDITMODE_SINGLE) != 0, !(m_model.m_nMode & KX_EDITMODE_NO_PATH));
+}
+
+void CDlgSingEditTag::OnLookupArt() { m_lookup.StartArtworkLookup(m_model.m_itemPath); }
+
+bool CDlgSingEditTag::ControlHasText(int id) {
+    std::wstring text;
+    return GetText(id, &text) && !text.empty();
+}
+
+// Shown first: bytes that are no picture leave the art as it was. A picture is kept as the item's
+// new art (shown again from the kept copy).
+bool CDlgSingEditTag::ShowFoundArt(const BYTE* bytes, ULONG size) {
+    return m_picture.ShowBytes(bytes, size) && m_model.SetNewArt(bytes, size);
+}
+
+// Nothing found: the default picture, and the item's art marked for removal whether it had any.
+void CDlgSingEditTag::ShowNoArt() {
+    m_model.m_pArtBytes.Reset();
+    m_model.m_nArtSize = 0;
+    m_model.m_bArtChanged = FALSE;
+    m_model.m_bArtRemoved = TRUE;
+    ShowDefaultArt();
+}
 
 void CDlgSingEditTag::OnBrowseArt() {
     if (BrowseForArt()) Enable(KX_IDC_TAG_REMOVE, true);

@@ -7,8 +7,9 @@
 #include "controls/win32/flat_button.h"
 #include "tags/single_tag_model.h"
 #include "tags/win32/dialog_edit_tag.h"
+#include "tags/win32/net_art_lookup.h"
 
-class CDlgSingEditTag : public CDialogEditTag {
+class CDlgSingEditTag : public CDialogEditTag, private INetArtLookupOwner {
 public:
     enum { IDD = KX_IDD_EDITSINGLETAGS };
 
@@ -21,10 +22,12 @@ public:
     CSingleTagModel m_model;    // m_hrResult is what the host gets after OK
     IKxBalloonTip* m_helpBalloon;
     CButtonFlat m_helpButton;      // 1029, with the system's question icon
+    CNetArtLookup m_lookup{*this};  // menu command 9003: the art from the content manager
 
 protected:
     CEditTagDialogModel& Model() override { return m_model; }
     bool PreTranslateKey(MSG* pMsg) override;
+    bool WantsLookupEntry() override;
     BOOL OnInitDialog() override;
     KxMessageMap GetMessageMap() const override;
     void OnShowWindow(BOOL bShow, UINT nStatus) override;
@@ -42,6 +45,18 @@ private:
     void OnRemoveArt();
     void OnBrowseArt();
     void OnPasteArt();
+    void OnLookupArt();
     void OnHelp();
     void StepWithWaitCursor(bool forward);
+
+    // INetArtLookupOwner: the lookup's answer, on the dialog's thread
+    HWND LookupWindow() override { return m_hWnd; }
+    void EnableControl(int id, bool enable) override { Enable(id, enable); }
+    bool ControlHasText(int id) override;
+    bool PrevStepEnabled() override { return m_model.m_prevEnabled != FALSE; }
+    bool NextStepEnabled() override { return m_model.m_nextEnabled != FALSE; }
+    void SetArtCommandsEnabled(bool enabled) override { m_art.m_bArtCommandsEnabled = enabled ? TRUE : FALSE; }
+    bool HasArtBytes() override { return m_model.m_pArtBytes && m_model.m_nArtSize > 0; }
+    bool ShowFoundArt(const BYTE* bytes, ULONG size) override;
+    void ShowNoArt() override;
 };

@@ -1,6 +1,7 @@
 // The host calls the plug-in, and the plug-in calls the host, through vtables: a method moved in a
 // header would call the wrong operation. These tests pin table slots (QueryInterface is slot 0).
 #include "kx/IKxCommonResource.h"
+#include "netcontent/net_content_mgr.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,12 @@ TEST(VtableLayout, OperationsKeepTheirSlots) {
         {SLOT(IKxCommonResource::ShowAddMusicsDialog), 13},
         {SLOT(IKxBalloonTip::Close), 6},
         {SLOT(IKxBalloonTipControl::Close), 5},
+        {SLOT(INetContentMgr::Initialize), 5},
+        {SLOT(INetContentMgr::Open), 8},
+        {SLOT(INetContentMgr::GetPendingFlag), 12},
+        {SLOT(INetContentMgr::ResolvePending), 14},
+        {SLOT(INetContentLookup::GetCapabilities), 33},
+        {SLOT(INetContentLookup::RequestArtwork), 34},
         {SLOT(IKxContentFolder::EnumItems), 3},
         {SLOT(IKxContentFolder::GetItemName), 6},
         {SLOT(IKxContentFolder::GetOwnId), 12},
