@@ -3,6 +3,7 @@
 // what happens without it.
 #include "tags/edit_tag_model.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cwchar>
 
@@ -31,13 +32,21 @@ int CEditTagModel::CompareStrings(const void* a, const void* b) {
 
 void CEditTagModel::SortStrings(KxStringList& list) {
     if (list.empty()) return;
-    PointerArray order(list.size());
-    if (!order.get()) return;
-    for (size_t i = 0; i < list.size(); ++i) order.get()[i] = list[i].c_str();
-    std::qsort(order.get(), list.size(), sizeof(LPCWSTR), CompareStrings);
+    // The work array holds the entries' places; the strings then move into their order, none of
+    // them copied (tens of thousands of names are read for every dialog).
+    CKxTaskMem<size_t*> order(static_cast<size_t*>(CoTaskMemAlloc(list.size() * sizeof(size_t))));
+    if (!order) return;
+    size_t* const first = order.Get();
+    size_t* const last = first + list.size();
+    for (size_t i = 0; i < list.size(); ++i) first[i] = i;
+    std::sort(first, last, [&list](size_t a, size_t b) {
+        LPCWSTR left = list[a].c_str();
+        LPCWSTR right = list[b].c_str();
+        return CompareStrings(&left, &right) < 0;
+    });
     KxStringList sorted;
     sorted.reserve(list.size());
-    for (size_t i = 0; i < list.size(); ++i) sorted.emplace_back(order.get()[i]);
+    for (const size_t* i = first; i != last; ++i) sorted.push_back(std::move(list[*i]));
     list.swap(sorted);
 }
 
