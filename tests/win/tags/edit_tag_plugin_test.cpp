@@ -127,8 +127,9 @@ protected:
 TEST_F(EditTagThroughPlugin, OkWritesExactlyTheChangedTagsAndAnswersZero) {
     DialogDriver driver;
     driver
+        .Do([](HWND dlg) { SetText(dlg, KX_IDC_TAG_TITLE, L"Uno"); })
+        .Focus(KX_IDC_TAG_ARTIST)  // the box gets its list of known names with the focus
         .Do([](HWND dlg) {
-            SetText(dlg, KX_IDC_TAG_TITLE, L"Uno");
             // the artist picked from the known names, the year typed
             const LRESULT beta = SendDlgItemMessageW(dlg, KX_IDC_TAG_ARTIST, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                                      reinterpret_cast<LPARAM>(L"Beta"));
