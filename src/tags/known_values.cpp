@@ -32,21 +32,22 @@ int CEditTagModel::CompareStrings(const void* a, const void* b) {
 
 void CEditTagModel::SortStrings(KxStringList& list) {
     if (list.empty()) return;
-    // The work array holds the entries' places; the strings then move into their order, none of
-    // them copied (tens of thousands of names are read for every dialog).
-    CKxTaskMem<size_t*> order(static_cast<size_t*>(CoTaskMemAlloc(list.size() * sizeof(size_t))));
+    // The work array holds each entry's text and place: sorting compares the texts, and the
+    // strings then move into their order, none of them copied (tens of thousands of names are
+    // read for every dialog).
+    struct Slot {
+        LPCWSTR text;
+        size_t index;
+    };
+    CKxTaskMem<Slot*> order(static_cast<Slot*>(CoTaskMemAlloc(list.size() * sizeof(Slot))));
     if (!order) return;
-    size_t* const first = order.Get();
-    size_t* const last = first + list.size();
-    for (size_t i = 0; i < list.size(); ++i) first[i] = i;
-    std::sort(first, last, [&list](size_t a, size_t b) {
-        LPCWSTR left = list[a].c_str();
-        LPCWSTR right = list[b].c_str();
-        return CompareStrings(&left, &right) < 0;
-    });
+    Slot* const first = order.Get();
+    Slot* const last = first + list.size();
+    for (size_t i = 0; i < list.size(); ++i) first[i] = {list[i].c_str(), i};
+    std::sort(first, last, [](const Slot& a, const Slot& b) { return CompareStrings(&a.text, &b.text) < 0; });
     KxStringList sorted;
     sorted.reserve(list.size());
-    for (const size_t* i = first; i != last; ++i) sorted.push_back(std::move(list[*i]));
+    for (const Slot* slot = first; slot != last; ++slot) sorted.push_back(std::move(list[slot->index]));
     list.swap(sorted);
 }
 
