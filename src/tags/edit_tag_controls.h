@@ -33,6 +33,7 @@ public:
     virtual void AddToList(int id, const std::wstring& text) = 0;
     virtual void InsertInList(int id, int index, const std::wstring& text) = 0;
     virtual void SelectInList(int id, int index) = 0;
+    virtual void RemoveFromList(int id, int index) = 0;
     // The whole list at once, in place of what it held; a window can fill it in one batch.
     virtual void SetList(int id, const std::vector<std::wstring>& values) {
         ResetList(id);

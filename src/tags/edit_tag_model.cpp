@@ -12,6 +12,8 @@ CEditTagModel::CEditTagModel(IKxContentSite* site, IKxContentFolder* folder, UIN
       m_items(items),
       m_currentIndex(0),
       m_tags(),
+      m_knownValuesStale(TRUE),
+      m_knownValuesReads(0),
       m_nMode(KX_EDITMODE_SEVERAL),
       m_itemPath(),
       m_hrResult(S_OK),

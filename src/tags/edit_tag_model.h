@@ -105,6 +105,10 @@ public:
     KxStringList m_albumList;
     KxStringList m_secondArtistList;
     KxStringList m_genreList;
+    // The lists are read at the next read of an item: at the start, and after a write of a name.
+    BOOL m_knownValuesStale;
+    // How often the lists were read: a dialog that shows them knows from it when to show them anew.
+    UINT m_knownValuesReads;
 
     DWORD m_nMode;
     WCHAR m_itemPath[KX_ITEM_PATH_CHARS];

@@ -3,6 +3,7 @@
 // what happens without it.
 #include "tags/edit_tag_model.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cwchar>
 
@@ -31,13 +32,22 @@ int CEditTagModel::CompareStrings(const void* a, const void* b) {
 
 void CEditTagModel::SortStrings(KxStringList& list) {
     if (list.empty()) return;
-    PointerArray order(list.size());
-    if (!order.get()) return;
-    for (size_t i = 0; i < list.size(); ++i) order.get()[i] = list[i].c_str();
-    std::qsort(order.get(), list.size(), sizeof(LPCWSTR), CompareStrings);
+    // The work array holds each entry's text and place: sorting compares the texts, and the
+    // strings then move into their order, none of them copied (tens of thousands of names are
+    // read for every dialog).
+    struct Slot {
+        LPCWSTR text;
+        size_t index;
+    };
+    CKxTaskMem<Slot*> order(static_cast<Slot*>(CoTaskMemAlloc(list.size() * sizeof(Slot))));
+    if (!order) return;
+    Slot* const first = order.Get();
+    Slot* const last = first + list.size();
+    for (size_t i = 0; i < list.size(); ++i) first[i] = {list[i].c_str(), i};
+    std::sort(first, last, [](const Slot& a, const Slot& b) { return CompareStrings(&a.text, &b.text) < 0; });
     KxStringList sorted;
     sorted.reserve(list.size());
-    for (size_t i = 0; i < list.size(); ++i) sorted.emplace_back(order.get()[i]);
+    for (const Slot* slot = first; slot != last; ++slot) sorted.push_back(std::move(list[slot->index]));
     list.swap(sorted);
 }
 

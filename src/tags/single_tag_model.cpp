@@ -80,21 +80,54 @@ void CSingleTagModel::OnShowWindow(bool shown) {
     m_bFirstShow = FALSE;
 }
 
-void CSingleTagModel::FillKnownValueLists(const KxStringList& artists, const KxStringList& albums,
-                                          const KxStringList& artists2, const KxStringList& genres) {
-    const KxStringList* lists[] = {&artists, &albums, &artists2, &genres};
+// Brings the lists back to the names read, for the next item's value: the former item's own
+// entry leaves a list kept from before (a list read anew has none), and a box already filled
+// follows its list.
+void CSingleTagModel::FillKnownValueLists() {
     for (size_t i = 0; i < 4; ++i) {
         const int id = kListFields[i].id;
-        if (!m_controls.Exists(id) || *lists[i] == m_shownLists[i]) continue;
-        m_controls.SetList(id, *lists[i]);
-        m_shownLists[i] = *lists[i];
+        KxStringList& list = this->*kListFields[i].list;
+        NameBox& box = m_nameBoxes[i];
+        const bool readAnew = box.reads != m_knownValuesReads;
+        if (!readAnew && box.inserted >= 0 && static_cast<size_t>(box.inserted) < list.size()) {
+            list.erase(list.begin() + box.inserted);
+            if (box.filled) m_controls.RemoveFromList(id, box.inserted);
+        }
+        box.inserted = -1;
+        box.selected = -1;
+        box.reads = m_knownValuesReads;
+        // a box the user has opened shows the new names at once
+        if (readAnew && box.filled && m_controls.Exists(id)) m_controls.SetList(id, list);
+    }
+}
+
+void CSingleTagModel::FillListOnDemand(int id) {
+    for (size_t i = 0; i < 4; ++i) {
+        NameBox& box = m_nameBoxes[i];
+        if (kListFields[i].id != id || box.filled || !m_controls.Exists(id)) continue;
+        const KxStringList& list = this->*kListFields[i].list;
+        std::wstring shown;
+        m_controls.GetText(id, &shown);
+        m_controls.SetList(id, list);
+        box.filled = TRUE;
+        box.reads = m_knownValuesReads;
+        // The item's value is selected as it would have been from the start; a text changed since
+        // it was shown (it is no entry of the list) stays as it is.
+        if (box.selected >= 0 && static_cast<size_t>(box.selected) < list.size() &&
+            list[static_cast<size_t>(box.selected)] == shown) {
+            m_controls.SelectInList(id, box.selected);
+        } else {
+            std::wstring now;
+            m_controls.GetText(id, &now);
+            if (now != shown) m_controls.SetText(id, shown);
+        }
     }
 }
 
 void CSingleTagModel::SetTagsToControls(const _tagTrackTagValues* record) {
     if (!record) return;
     IEditTagControls& c = m_controls;
-    FillKnownValueLists(m_artistList, m_albumList, m_secondArtistList, m_genreList);
+    FillKnownValueLists();
 
     c.Enable(KX_IDC_TAG_TITLE, Writable(record->titleFlags));
     c.SetText(KX_IDC_TAG_TITLE, record->title ? record->title : L"");
@@ -117,11 +150,14 @@ void CSingleTagModel::SetTagsToControls(const _tagTrackTagValues* record) {
             c.SetText(field.id, L"");
             continue;
         }
-        if (!found) {
-            c.InsertInList(field.id, index, value);
-            const size_t shown = static_cast<size_t>(&field - kListFields);
-            m_shownLists[shown] = this->*field.list;
+        NameBox& box = m_nameBoxes[&field - kListFields];
+        if (!found) box.inserted = index;
+        box.selected = index;
+        if (!box.filled) {
+            c.SetText(field.id, value);  // the list comes when the box is first needed
+            continue;
         }
+        if (!found) c.InsertInList(field.id, index, value);
         c.SelectInList(field.id, index);
     }
 

@@ -30,11 +30,15 @@ public:
     void SetTagsToControls(const _tagTrackTagValues* record) override;
     void GetTagsFromControls(_tagTrackTagValues* record) override;
     void ClearShownArt() override;
-    // Puts the known names into the four combo boxes. A list equal to what its box already shows
-    // is left alone: a step usually reads the very names it showed before, and refilling tens of
-    // thousands of entries would be most of the step's cost.
-    void FillKnownValueLists(const KxStringList& artists, const KxStringList& albums, const KxStringList& artists2,
-                             const KxStringList& genres);
+    // The four boxes of known names get their lists when the user first needs one: a box shows
+    // the item's text until it gains the focus or drops down (CBN_SETFOCUS, CBN_DROPDOWN), and
+    // then gets the whole list with the item's value selected, as if it had always held it.
+    // Filling tens of thousands of names into boxes the user may never open was most of the
+    // cost of opening the dialog. So the arrow keys of a closed box, which need the focus,
+    // walk the full list too.
+    void FillKnownValueLists();
+    // CBN_SETFOCUS or CBN_DROPDOWN of a box: fills its list if it has none yet.
+    void FillListOnDemand(int id);
 
     // The change notification of a field (EN_UPDATE, CBN_EDITUPDATE or CBN_EDITCHANGE).
     void OnFieldChanged(int id);
@@ -59,8 +63,15 @@ public:
     BOOL m_bFirstShow;
     BOOL m_prevEnabled;
     BOOL m_nextEnabled;
-    // What each box of the four lists shows (the item's own value inserted), in their order.
-    KxStringList m_shownLists[4];
+    // The four boxes of known names, in the order of their lists (artist, album, second artist,
+    // genre).
+    struct NameBox {
+        BOOL filled = FALSE;  // the box holds its list
+        UINT reads = 0;       // m_knownValuesReads when the list was last matched to the box
+        int inserted = -1;    // the shown item's value, added to the list for it; -1 none
+        int selected = -1;    // the entry that shows the item's value; -1 none
+    };
+    NameBox m_nameBoxes[4];
 };
 
 // A signed whole number as GetDlgItemInt reads it: 0 for anything else, or one out of range.

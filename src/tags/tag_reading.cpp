@@ -41,16 +41,24 @@ HRESULT CEditTagModel::ReadItemTags(IKxItemProperties* properties, KxPcPidl item
 
     FreeTrackTagValues(&m_tags);
     m_tags.trackNumber = -1;  // absent
-    m_artistList.clear();
-    m_albumList.clear();
-    m_secondArtistList.clear();
-    m_genreList.clear();
 
-    // The lists are read anew for every item; a list that can't be read stays empty.
-    ReadKnownValues(KxFolderAlbums, m_albumList);
-    ReadKnownValues(KxFolderArtists, m_artistList);
-    ReadKnownValues(KxFolderArtists, m_secondArtistList);
-    ReadKnownValues(KxFolderGenres, m_genreList);
+    // The lists are read for the first item and kept for the next ones: while the dialog runs,
+    // the host waits in the call that opened it, so the library's folders change only by what
+    // the dialog itself writes, and a write of a name marks them stale. Reading them anew for
+    // every step would cost the walk of all the library's names each time. A list that can't be
+    // read stays empty.
+    if (m_knownValuesStale) {
+        m_artistList.clear();
+        m_albumList.clear();
+        m_secondArtistList.clear();
+        m_genreList.clear();
+        ReadKnownValues(KxFolderAlbums, m_albumList);
+        ReadKnownValues(KxFolderArtists, m_artistList);
+        ReadKnownValues(KxFolderArtists, m_secondArtistList);
+        ReadKnownValues(KxFolderGenres, m_genreList);
+        m_knownValuesStale = FALSE;
+        ++m_knownValuesReads;
+    }
 
     bool artRead = false;
     for (int tag = 0; tag < KxTagCount; ++tag) {

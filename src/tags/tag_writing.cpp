@@ -64,8 +64,12 @@ HRESULT CEditTagModel::WriteItemTags(KxPcPidl item) {
                     outcome.Add(properties->SetBlobProperty(1, &item, field.key, 0, changed.art, changed.artSize));
                 break;
             default:
-                if (TextDiffers(changed.*field.text, m_tags.*field.text))
+                if (TextDiffers(changed.*field.text, m_tags.*field.text)) {
                     outcome.Add(properties->SetStringProperty(1, &item, field.key, changed.*field.text));
+                    // A new or changed name may change what the library lists (even a write that
+                    // failed may have done part of its work): the next item reads the lists anew.
+                    if (tag != KxTagTitle && tag != KxTagYear) m_knownValuesStale = TRUE;
+                }
                 break;
         }
     }

@@ -315,6 +315,10 @@ void CDialogEditTag::SetList(int id, const std::vector<std::wstring>& values) {
     ::SendMessageW(box, WM_SETREDRAW, TRUE, 0);
 }
 
+void CDialogEditTag::RemoveFromList(int id, int index) {
+    ::SendMessageW(Item(id), CB_DELETESTRING, static_cast<WPARAM>(index), 0);
+}
+
 void CDialogEditTag::SelectInList(int id, int index) {
     ::SendMessageW(Item(id), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }

@@ -96,6 +96,7 @@ protected:
     void AddToList(int id, const std::wstring& text) override;
     void InsertInList(int id, int index, const std::wstring& text) override;
     void SelectInList(int id, int index) override;
+    void RemoveFromList(int id, int index) override;
     void SetList(int id, const std::vector<std::wstring>& values) override;
     int GetSliderPos(int id) override;
     void SetSliderPos(int id, int pos) override;

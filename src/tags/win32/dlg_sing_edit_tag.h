@@ -40,6 +40,10 @@ private:
     void OnFieldChange() {
         m_model.OnFieldChanged(Id);
     }
+    template <int Id>
+    void OnListNeeded() {
+        m_model.FillListOnDemand(Id);
+    }
     void OnPrevItem();
     void OnNextItem();
     void OnRemoveArt();

@@ -91,6 +91,7 @@ public:
         c[id].selected = index;
         c[id].text = c[id].list.at(static_cast<size_t>(index));
     }
+    void RemoveFromList(int id, int index) override { c[id].list.erase(c[id].list.begin() + index); }
     int GetSliderPos(int id) override { return c[id].pos; }
     void SetSliderPos(int id, int pos) override { c[id].pos = pos; }
     void ShowArtBytes(const BYTE*, ULONG size) override { log += "art" + std::to_string(size) + " "; }

@@ -256,15 +256,32 @@ TEST_F(Reading, PathTextOnlyForOneItemWithALocationAndAPathThatFits) {
     }
 }
 
-TEST_F(Reading, KnownValuesByCodeUnitReadAnewForEveryItemAndAFailedWalkEmptiesOnlyItsList) {
+// The lists are read with the first item and kept for the next ones, until the dialog writes a
+// name: only then may the library's folders differ.
+TEST_F(Reading, KnownValuesByCodeUnitKeptUntilANameIsWrittenAndAFailedWalkEmptiesOnlyItsList) {
     lib->SetNextEndsWithLastItem(true);  // the last name comes with the end of the walk
-    ScriptedEditor& e = Started({0});
+    ScriptedEditor& e = Started({0}, true);
     EXPECT_EQ((KxStringList{L"Beta", L"Beta", L"Zed", L"alpha", L"\u00c9lan"}), e.m_artistList);
     EXPECT_EQ(e.m_artistList, e.m_secondArtistList);
     EXPECT_EQ((KxStringList{L"Abbey", L"Zoo"}), e.m_albumList);
     EXPECT_EQ((KxStringList{L"Rock", L"jazz"}), e.m_genreList);
 
     lib->AddContainer(ItemKind::Genre, L"Blues");
+    struct Case { int tag; const wchar_t* text; bool readAnew; } cases[] = {
+        {KxTagYear, L"2001", false}, {KxTagGenre, L"Blues", true}};
+    for (const Case& c : cases) {
+        const UINT reads = e.m_knownValuesReads;
+        e.ControlsShowReadValues();
+        CoTaskMemFree(e.controls.*KxTagFieldOf(c.tag).text);
+        e.controls.*KxTagFieldOf(c.tag).text = Dup(c.text);
+        EXPECT_EQ(S_OK, e.WriteItemTags(pidls[0]));
+        EXPECT_EQ(S_OK, e.LoadItemTags(pidls[0]));
+        EXPECT_EQ(c.readAnew ? reads + 1 : reads, e.m_knownValuesReads) << Narrow(c.text);
+        EXPECT_EQ(c.readAnew ? 3u : 2u, e.m_genreList.size()) << Narrow(c.text);
+    }
+    EXPECT_EQ("0:5S 0:4S", Writes());
+
+    e.m_knownValuesStale = TRUE;
     lib->FailOperation(Op::ParseName, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), 1);  // albums
     lib->FailOperation(Op::BindToFolder, E_FAIL, 2);  // the second artist list
     EXPECT_EQ(S_OK, e.LoadItemTags(pidls[1]));

@@ -125,10 +125,22 @@ protected:
 };
 
 TEST_F(EditTagThroughPlugin, OkWritesExactlyTheChangedTagsAndAnswersZero) {
+    // the artist box: entries, the selected one and the text
+    std::string artistBox;
+    auto box = [&artistBox](HWND dlg) {
+        const LRESULT count = SendDlgItemMessageW(dlg, KX_IDC_TAG_ARTIST, CB_GETCOUNT, 0, 0);
+        const LRESULT selected = SendDlgItemMessageW(dlg, KX_IDC_TAG_ARTIST, CB_GETCURSEL, 0, 0);
+        const std::wstring text = ItemText(dlg, KX_IDC_TAG_ARTIST);
+        artistBox += std::to_string(count) + " " + std::to_string(selected) + " " +
+                     std::string(text.begin(), text.end()) + ";";
+    };
     DialogDriver driver;
     driver
+        .Do([](HWND dlg) { SetText(dlg, KX_IDC_TAG_TITLE, L"Uno"); })
+        .Inspect(box)
+        .Focus(KX_IDC_TAG_ARTIST)  // the box gets its list of known names with the focus
+        .Inspect(box)
         .Do([](HWND dlg) {
-            SetText(dlg, KX_IDC_TAG_TITLE, L"Uno");
             // the artist picked from the known names, the year typed
             const LRESULT beta = SendDlgItemMessageW(dlg, KX_IDC_TAG_ARTIST, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                                      reinterpret_cast<LPARAM>(L"Beta"));
@@ -142,6 +154,7 @@ TEST_F(EditTagThroughPlugin, OkWritesExactlyTheChangedTagsAndAnswersZero) {
         .Press(VK_RETURN);
     EXPECT_EQ("00000000", Run(0, driver));
     EXPECT_EQ("year 4", shown);
+    EXPECT_EQ("0 -1 Zed;2 1 Zed;", artistBox) << "the item's value selected once the list came";
     EXPECT_EQ("0:1 0:3 0:5 0:13", Writes());  // title, artist, year, rating
 }
 
