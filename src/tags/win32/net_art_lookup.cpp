@@ -184,6 +184,8 @@ void CNetArtLookup::WaitForLookup(DWORD ms) {
     const HCURSOR before = ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
     bool quit = false;
     WPARAM quitCode = 0;
+    // the wait is `ms` in all, however many messages come in meanwhile
+    const DWORD start = ::GetTickCount();
     for (;;) {
         MSG msg;
         while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
@@ -195,8 +197,10 @@ void CNetArtLookup::WaitForLookup(DWORD ms) {
             }
             ::DispatchMessageW(&msg);
         }
+        const DWORD spent = ::GetTickCount() - start;
+        if (spent >= ms) break;
         const HANDLE event = m_lookupEvent.Get();
-        if (::MsgWaitForMultipleObjects(1, &event, FALSE, ms, QS_ALLINPUT) != WAIT_OBJECT_0 + 1) break;
+        if (::MsgWaitForMultipleObjects(1, &event, FALSE, ms - spent, QS_ALLINPUT) != WAIT_OBJECT_0 + 1) break;
     }
     if (quit) ::PostQuitMessage(static_cast<int>(quitCode));
     ::SetCursor(before);
