@@ -468,10 +468,11 @@ void ShowEditTagDialogs(DemoContext& demo) {
     root->Release();
 }
 
-// The art lookup of the tag dialog on a track with art of its own whose file lies in a temporary folder
-// with cover.jpg beside it. The content manager is registered for the step if it was not. Headless,
-// the picture's menu is opened and its lookup chosen, the dialog is pictured with the cover it
-// found, then closed as Cancel: nothing is written, and the folder and the registration go again.
+// The art lookup of the tag dialog on a track with art of its own whose file lies in a temporary
+// folder with cover.jpg beside it. The content manager is registered for the step if it was not.
+// Headless, the picture's menu is opened and its lookup chosen, the dialog is pictured with the
+// cover it found, then closed as Cancel: nothing is written, and the folder and the registration go
+// again. A headless run that cannot show the found cover counts as a failure of the demo.
 void ShowEditTagLookup(DemoContext& demo) {
     kxhost::InMemoryLibrary& lib = *demo.library;
     std::vector<kxhost::ItemId> tracks;
@@ -484,7 +485,11 @@ void ShowEditTagLookup(DemoContext& demo) {
             current = static_cast<LONG>(tracks.size());
         tracks.push_back(id);
     }
-    if (current < 0) return;
+    if (current < 0) {
+        Say(L"no track whose art may be written");
+        demo.failures += demo.headless ? 1 : 0;
+        return;
+    }
     const kxhost::ItemId track = tracks[static_cast<size_t>(current)];
     kxdemo::ScopedContentManager manager(ExeDir());
     Say(L"KxNetContent.dll %s", !manager.available()        ? L"could not be registered"
@@ -495,6 +500,8 @@ void ShowEditTagLookup(DemoContext& demo) {
     IKxContentSite* site = nullptr;
     if (!manager.available() || !file.ready() || FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site))) {
         if (root) root->Release();
+        Say(L"the lookup's track or the library's objects could not be made");
+        demo.failures += demo.headless ? 1 : 0;
         return;
     }
     Say(L"track \"%s\" in %s, with cover.jpg beside it", lib.NameOf(track).c_str(), file.folder().c_str());
