@@ -38,10 +38,14 @@ void CALLBACK DemoAutopilot::TimerProc(HWND, UINT, UINT_PTR, DWORD) {
 
 void DemoAutopilot::Tick() {
     ++m_ticks;
-    if (m_done || !m_dialog || !IsWindow(m_dialog) || !IsWindowVisible(m_dialog)) return;
+    if (m_done || m_inBefore || !m_dialog || !IsWindow(m_dialog) || !IsWindowVisible(m_dialog)) return;
     // a few ticks after it is shown and active the dialog has painted its final look
     ++m_shownTicks;
-    if (m_shownTicks == 2 && m_before) m_before(m_dialog);  // the ticks after it let the dialog repaint
+    if (m_shownTicks == 2 && m_before) {  // the ticks after it let the dialog repaint
+        m_inBefore = true;
+        m_before(m_dialog);
+        m_inBefore = false;
+    }
     if (m_shownTicks < 4 || (GetActiveWindow() != m_dialog && m_shownTicks < 30)) return;
     m_done = true;
     if (!m_picture.empty()) {

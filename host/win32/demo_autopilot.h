@@ -19,6 +19,8 @@ public:
     bool pictureWritten() const { return m_written; }
     // What the user does once the dialog is shown, before the picture is taken (typing, a click
     // that the dialog refuses).
+    // The step may run a loop of its own (a context menu, a wait for an answer): the picture waits
+    // until it returns.
     void BeforePicture(std::function<void(HWND dialog)> step) { m_before = std::move(step); }
     // A window of the dialog's own that lies over it (a balloon tip), found when the picture is
     // taken and pictured with the dialog; null when there is none.
@@ -40,4 +42,5 @@ private:
     int m_ticks = 0;
     bool m_done = false;
     bool m_written = false;
+    bool m_inBefore = false;  // the before-picture step runs; ticks meanwhile do nothing
 };

@@ -15,11 +15,13 @@
 #include "balloon/bubble_constants.h"
 #include "kx/IKxBalloonTip.h"
 #include "kx/IKxCommonResource.h"
+#include "host/win32/demo_art_lookup.h"
 #include "host/win32/demo_autopilot.h"
 #include "host/win32/demo_library.h"
 #include "resources/dialogs/add_musics_ids.h"
 #include "resources/dialogs/add_to_playlist_ids.h"
 #include "resources/dialogs/edit_multiple_tags_ids.h"
+#include "resources/dialogs/edit_single_tags_ids.h"
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/message_box_ids.h"
 #include "resources/dialogs/video_property_ids.h"
@@ -60,6 +62,7 @@ struct DemoContext {
     bool headless;
     std::wstring outDir;
     kxhost::InMemoryLibrary* library;  // the host's content library the dialogs work on
+    int failures;                      // headless steps that did not show what they should
 };
 
 // ---- demo steps: each shows one part of the interface and reports what the plug-in answered ----
@@ -465,6 +468,77 @@ void ShowEditTagDialogs(DemoContext& demo) {
     root->Release();
 }
 
+// The art lookup of the tag dialog on a track with art of its own whose file lies in a temporary
+// folder with cover.jpg beside it. The content manager is registered for the step if it was not.
+// Headless, the picture's menu is opened and its lookup chosen, the dialog is pictured with the
+// cover it found, then closed as Cancel: nothing is written, and the folder and the registration go
+// again. A headless run that cannot show the found cover counts as a failure of the demo.
+void ShowEditTagLookup(DemoContext& demo) {
+    kxhost::InMemoryLibrary& lib = *demo.library;
+    std::vector<kxhost::ItemId> tracks;
+    LONG current = -1;
+    for (kxhost::ItemId id = 1; id <= lib.ItemCount(); ++id) {
+        if (lib.KindOf(id) != kxhost::ItemKind::Track) continue;
+        // the picture's menu opens only while the album field has text and the art may be written
+        const auto album = lib.Value(id, KxPropAlbum);
+        if (current < 0 && (lib.Capabilities(id, KxPropAlbumArt) & kxhost::kWritable) && album && !album->text.empty())
+            current = static_cast<LONG>(tracks.size());
+        tracks.push_back(id);
+    }
+    if (current < 0) {
+        Say(L"no track whose art may be written");
+        demo.failures += demo.headless ? 1 : 0;
+        return;
+    }
+    const kxhost::ItemId track = tracks[static_cast<size_t>(current)];
+    kxdemo::ScopedContentManager manager(ExeDir());
+    Say(L"KxNetContent.dll %s", !manager.available()        ? L"could not be registered"
+                                : manager.registeredHere() ? L"registered for this step"
+                                                           : L"already registered");
+    kxdemo::ScopedLookupTrack file(lib, track);
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    if (!manager.available() || !file.ready() || FAILED(lib.GetRootFolder(&root)) || FAILED(lib.CreateSite(&site))) {
+        if (root) root->Release();
+        Say(L"the lookup's track or the library's objects could not be made");
+        demo.failures += demo.headless ? 1 : 0;
+        return;
+    }
+    Say(L"track \"%s\" in %s, with cover.jpg beside it", lib.NameOf(track).c_str(), file.folder().c_str());
+    lib.SetView(tracks, current);
+    lib.ClearWrites();
+    const wchar_t* const name = L"edit-tags-lookup.png";
+    const std::wstring picture = demo.headless ? demo.outDir + L"\\" + name : std::wstring();
+    KxPidl item = lib.NewPidl(track);
+    const KxPcPidl items[] = {item};
+    HRESULT hr;
+    bool written = false, chosen = false, answered = false, shown = false;
+    {
+        std::unique_ptr<DemoAutopilot> pilot;
+        if (demo.headless) {
+            pilot.reset(new DemoAutopilot(picture, KX_IDC_TAG_CLOSE));
+            pilot->BeforePicture([&](HWND dlg) {
+                chosen = kxdemo::ChooseFromContextMenu(dlg, KX_IDC_TAG_ART, KX_IDM_ART_LOOKUP);
+                // the album field is held while the lookup runs and freed by its answer
+                answered = chosen && kxdemo::AwaitControlHeldAndFreed(dlg, KX_IDC_TAG_ALBUM, 15000);
+                shown = SendDlgItemMessageW(dlg, KX_IDC_TAG_ART, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+            });
+        }
+        hr = demo.res->ShowEditTagDialog(nullptr, site, root, 1, items);
+        written = pilot && pilot->pictureWritten();
+    }
+    CoTaskMemFree(item);
+    if (demo.headless && !(chosen && answered && shown && written && lib.Writes().empty())) ++demo.failures;
+    if (demo.headless)
+        Say(L"lookup %s, %s; the cover %s", chosen ? L"chosen from the menu" : L"NOT chosen",
+            answered ? L"answered" : L"NOT answered", shown ? L"shown" : L"NOT shown");
+    Say(L"ShowEditTagDialog(\"%s\") -> 0x%08lx, %u write(s)%s%s", lib.NameOf(track).c_str(),
+        static_cast<unsigned long>(hr), static_cast<unsigned>(lib.Writes().size()), written ? L", picture " : L"",
+        written ? name : L"");
+    site->Release();
+    root->Release();
+}
+
 // The tags of several tracks at once: the first of them with album art, the rest after it in the
 // library. Headless, the dialog is pictured with a genre typed and its box ticked, then closed.
 void ShowEditMultipleTagsDialog(DemoContext& demo) {
@@ -525,6 +599,7 @@ const DemoStep kDemoSteps[] = {
     {L"name dialog", ShowNameDialogs},
     {L"image and video properties", ShowPropertyDialogs},
     {L"tag editing, one item", ShowEditTagDialogs},
+    {L"tag editing, art lookup", ShowEditTagLookup},
     {L"tag editing, several items", ShowEditMultipleTagsDialog},
 };
 
@@ -653,6 +728,7 @@ int wmain(int argc, wchar_t** argv) {
     HRESULT hr = getClassObject(CLSID_KxComResPlginPluginObj, IID_IClassFactory, reinterpret_cast<void**>(&factory));
     Say(L"DllGetClassObject -> 0x%08lx", static_cast<unsigned long>(hr));
     IKxCommonResource* res = nullptr;
+    bool failed = false;
     if (SUCCEEDED(hr)) {
         hr = factory->CreateInstance(nullptr, IID_IKxCommonResource, reinterpret_cast<void**>(&res));
         factory->Release();
@@ -660,7 +736,7 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (res) {
         Say(L"DllCanUnloadNow with the object alive -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
-        DemoContext demo = {res, headless, outDir, library.library.get()};
+        DemoContext demo = {res, headless, outDir, library.library.get(), 0};
         if (headless) {
             for (const DemoStep& step : kDemoSteps) {
                 Say(L"-- %s", step.name);
@@ -670,8 +746,10 @@ int wmain(int argc, wchar_t** argv) {
             RunMenuHost(demo);
         }
         res->Release();
+        if (demo.failures) Say(L"kxhost: %d step(s) did not show what they should", demo.failures);
+        failed = demo.failures != 0;
     }
     Say(L"DllCanUnloadNow -> 0x%08lx", static_cast<unsigned long>(canUnloadNow()));
     FreeLibrary(plugin);
-    return res ? 0 : 1;
+    return res && !failed ? 0 : 1;
 }
