@@ -65,7 +65,6 @@ struct PropertyModels : LibraryTest {
     FakePropertyTexts texts;
     RecordingControls controls;
     Ref<IKxContentSite> site;
-    std::vector<KxPidl> pidls;
 
     void SetUp() override {
         LibraryTest::SetUp();
@@ -73,14 +72,12 @@ struct PropertyModels : LibraryTest {
         ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
     }
     void TearDown() override {
-        for (KxPidl p : pidls) CoTaskMemFree(p);
         site.Reset();
         kxhost::SetPreviewBitmapMaker(nullptr);
         EXPECT_TRUE(g_liveBitmaps.empty()) << g_liveBitmaps.size() << " bitmaps never deleted";
         g_liveBitmaps.clear();
         LibraryTest::TearDown();
     }
-    KxPcPidl P(ItemId id) { return pidls.push_back(lib.NewPidl(id)), pidls.back(); }
 };
 
 TEST_F(PropertyModels, ImageWalkThroughThreePicturesSetsButtonsAndFocusAtEachStep) {
