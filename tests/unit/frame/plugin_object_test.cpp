@@ -222,8 +222,7 @@ TEST_F(PluginFrame, AggregatedObjectForwardsItsInterfacesUnknownToTheOuter) {
 
 // Each operation: the resource library first (the balloon tip tests its own preconditions), then
 // its required arguments, then the dialog, which is not implemented without a runner. (Every
-// refused argument through the DLL is in the Wine tests' table; here one row per argument they
-// do not reach.)
+// refused argument through the DLL is in the Wine tests' table; these rows pin the order.)
 TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
     IKxCommonResource* live = nullptr;
     ASSERT_EQ(S_OK, Create((void**)&live));
