@@ -172,11 +172,7 @@ TEST_F(BalloonTipTest, InitCopiesTheTextsWithTheirDefaultsAndCutsTheSkinPath) {
 TEST_F(BalloonTipTest, EveryCodeOfTheFailureTable) {
     enum Op { ShowAt, Follow, Ensure, Relay, Hide };
     enum Setup { Plain, Control, NoSkin, NoTarget, DeadTarget, NoBubble, NoMemory, BubbleFails, Visible, RelayNothing, RelayFails };
-    struct Row {
-        Op op;
-        Setup setup;
-        HRESULT result;
-    } rows[] = {
+    struct Row { Op op; Setup setup; HRESULT result; } rows[] = {
         {ShowAt, Control, E_INVALIDARG},  {ShowAt, NoSkin, kNoFile},     {ShowAt, NoTarget, E_INVALIDARG},
         {ShowAt, Visible, S_FALSE},       {ShowAt, NoMemory, E_OUTOFMEMORY}, {ShowAt, BubbleFails, E_FAIL},
         {ShowAt, Plain, S_OK},
