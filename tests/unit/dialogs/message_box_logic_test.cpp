@@ -121,10 +121,7 @@ TEST(MessageBoxGrowth, DialogTakesBothExtrasPlus4EachTextItsOwnPlus2AndAGrownCap
 }  // namespace
 
 TEST(MessageBoxCutText, KeepsAtMostTheLimitAndNeverHalfASurrogatePair) {
-    struct Case {
-        std::wstring text;
-        size_t kept;
-    } cases[] = {
+    struct Case { std::wstring text; size_t kept; } cases[] = {
         {std::wstring(kMessageBoxMaxChars, L'a'), kMessageBoxMaxChars},
         {std::wstring(1000000, L'a'), kMessageBoxMaxChars},
         {std::wstring(kMessageBoxMaxChars - 1, L'a') + L"\xD83D\xDE00", kMessageBoxMaxChars - 1},

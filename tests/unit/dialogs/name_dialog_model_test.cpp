@@ -37,12 +37,7 @@ struct FakeControls : INameDialogControls {
 };
 
 TEST(NameDialogModel, OkValidatesByKindAndLength) {
-    const struct {
-        int kind;
-        std::wstring text;
-        Ok outcome;
-        const wchar_t* tip;
-    } cases[] = {
+    const struct { int kind; std::wstring text; Ok outcome; const wchar_t* tip; } cases[] = {
         {1, k255, Ok::Close, nullptr},          {1, k256, Ok::Stay, L"max 255"}, {3, L"", Ok::Close, nullptr},
         {7, L"1999", Ok::Close, nullptr},       {7, L"", Ok::Close, nullptr},    {7, L"19a9", Ok::Stay, L"year"},
         {7, L"-199", Ok::Stay, L"year"},        {7, std::wstring(256, L'1'), Ok::Stay, L"max 255"},
