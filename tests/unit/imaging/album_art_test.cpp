@@ -35,9 +35,7 @@ TEST(AlbumArtNames, AcceptedExtensions) {
 }
 
 TEST(AlbumArtFit, ScaleToFitBoxOnlyShrinks) {
-    struct Case {
-        UINT w, h, mw, mh, outW, outH;
-    };
+    struct Case { UINT w, h, mw, mh, outW, outH; };
     const Case cases[] = {
         {100, 100, 180, 180, 100, 100}, {180, 180, 180, 180, 180, 180}, {1000, 500, 180, 180, 180, 90},
         {500, 1000, 180, 180, 90, 180}, {1000, 500, 150, 150, 150, 75},  {4224, 3168, 180, 180, 180, 135},
@@ -56,13 +54,7 @@ TEST(AlbumArtFit, ScaleToFitBoxOnlyShrinks) {
 // re-encoded at quality 85 with the size tags rewritten, and the temporary file is gone after.
 // (A small JPEG and PNG and a wide JPEG go through the real platform under Wine.)
 TEST_F(AlbumArtTest, PreparedBytes) {
-    struct Case {
-        const char* name;
-        GUID format;
-        UINT w, h;
-        INT fitW, fitH;
-        bool sameBytes;
-    };
+    struct Case { const char* name; GUID format; UINT w, h; INT fitW, fitH; bool sameBytes; };
     const Case cases[] = {
         {"narrow room.jpg", ImageFormatJPEG, 1000, 500, 150, 75, false},
         {"exif.jpg", ImageFormatEXIF, 60, 40, 60, 40, true},
@@ -200,10 +192,7 @@ TEST_F(AlbumArtTest, BadInput) {
 TEST_F(AlbumArtTest, FailureAtEachStep) {
     WritePicture("big.jpg", Picture(ImageFormatJPEG, 1000, 500));
     keptFiles = {"big.jpg"};
-    struct Case {
-        GdipOp op;
-        Status status;
-    };
+    struct Case { GdipOp op; Status status; };
     const Case cases[] = {{GdipOp::FromFile, OutOfMemory},   {GdipOp::RawFormat, GenericError},
                           {GdipOp::FromScan0, OutOfMemory},  {GdipOp::GraphicsContext, OutOfMemory},
                           {GdipOp::DrawImage, WrongState}, {GdipOp::PropertySize, PropertyNotFound},
@@ -249,9 +238,7 @@ TEST_F(AlbumArtTest, PastedBitmap) {
     EXPECT_EQ(nullptr, bytes);
     EXPECT_EQ(0u, size);
 
-    struct Case {
-        UINT w, h, outW, outH;
-    };
+    struct Case { UINT w, h, outW, outH; };
     // 70000 is held as 4464: the fit into 300 x 4464 gives 19 x 4464.
     const Case cases[] = {{640, 480, 640, 480}, {300, 70000, 19, 4464}};
     for (const Case& c : cases) {

@@ -163,9 +163,7 @@ TEST_F(ImageUtilTest, StatusMapping) {
 
 // Two divisions in order and truncation: H / (W / DW) is a pixel below H * DW / W in some rows.
 TEST_F(ImageUtilTest, FitTable) {
-    struct Case {
-        UINT w, h, dw, dh, outW, outH;
-    };
+    struct Case { UINT w, h, dw, dh, outW, outH; };
     const Case cases[] = {
         {100, 50, 200, 200, 200, 100},   // enlarges
         {300, 200, 150, 90, 135, 90},    // hW = 100 > 90: wH and DH
@@ -281,13 +279,7 @@ TEST_F(ImageUtilTest, ResizeFitsDrawsWithTheQualitySettingsAndReportsEachFailure
     Traces();
 
     const std::wstring fit = L"S:CGdiplusUtil::FitImageToDeviceDimension> ImageWidth = 180, ImageHeight = 90";
-    struct Case {
-        GdipOp op;
-        Status status;
-        HRESULT hr;
-        bool destMade;
-        std::vector<std::wstring> traces;
-    };
+    struct Case { GdipOp op; Status status; HRESULT hr; bool destMade; std::vector<std::wstring> traces; };
     const Case cases[] = {
         {GdipOp::Alloc, Ok, E_OUTOFMEMORY, false, {fit, L"E:CGdiplusUtil::ResizeImage> Failed to create dest bitmap object"}},
         {GdipOp::FromScan0, OutOfMemory, static_cast<HRESULT>(0x8007000Du), true,

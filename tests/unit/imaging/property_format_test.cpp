@@ -22,9 +22,7 @@ PROPVARIANT Text(LPCWSTR s) { PROPVARIANT p = Of(VT_LPWSTR); return p.pwszVal = 
 const PROPVARIANT kAbsent = {};
 
 TEST(PropertyFormat, TrimOneZeroTakesOneTrailingZeroAtMost) {
-    const struct {
-        LPCWSTR in, out;
-    } cases[] = {{L"2.50", L"2.5"}, {L"2.00", L"2.0"}, {L"2.25", L"2.25"}, {L"0", L"0"},
+    const struct { LPCWSTR in, out; } cases[] = {{L"2.50", L"2.5"}, {L"2.00", L"2.0"}, {L"2.25", L"2.25"}, {L"0", L"0"},
                  {L"", L""},        {L"00", L"0"},    {L"10", L"1"}};
     for (const auto& c : cases) {
         std::wstring text = c.in;
@@ -35,11 +33,7 @@ TEST(PropertyFormat, TrimOneZeroTakesOneTrailingZeroAtMost) {
 
 TEST(PropertyFormat, EachFormatGivesItsText) {
     FakePropertyTexts texts;
-    const struct {
-        KxValueFormat format;
-        PROPVARIANT value;
-        LPCWSTR text;
-    } cases[] = {
+    const struct { KxValueFormat format; PROPVARIANT value; LPCWSTR text; } cases[] = {
         // exposure time: a fraction, nothing divided
         {KxValueFormat::Fraction, Ratio(1, 250), L"1/250[162]"},
         {KxValueFormat::Fraction, Ratio(10, 0), L"10/0[162]"},

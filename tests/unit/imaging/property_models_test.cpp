@@ -88,11 +88,7 @@ TEST_F(PropertyModels, ImageWalkThroughThreePicturesSetsButtonsAndFocusAtEachSte
     model.ShowImageProperties();
     EXPECT_EQ((Events{"P-", "fN", "N+"}), controls.TakeWalk());
 
-    const struct {
-        bool previous;
-        Events walk;
-        LONG index;
-    } steps[] = {
+    const struct { bool previous; Events walk; LONG index; } steps[] = {
         {false, {"N+", "fN", "P+", "N+"}, 1},
         {false, {"N-", "fP", "P+", "N-", "fP"}, 2},
         {false, {}, 2},  // beyond the last: nothing
@@ -224,10 +220,7 @@ TEST_F(PropertyModels, MissingPropertiesOrPreviewObjectIsKeptForTheHost) {
 
 TEST(PropertyWalkKeys, LeftAndRightStepOnlyFromTheButtonsWithoutModifiers) {
     const UINT left = 0x25, right = 0x27, up = 0x26;
-    const struct {
-        KxWalkKeyState state;
-        KxWalkKey key;
-    } cases[] = {
+    const struct { KxWalkKeyState state; KxWalkKey key; } cases[] = {
         {{left, true, false, true, true, false}, KxWalkKey::Previous},
         {{right, false, true, true, true, false}, KxWalkKey::Next},
         {{left, false, true, true, true, false}, KxWalkKey::Previous},  // from Next too

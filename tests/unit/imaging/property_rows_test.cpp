@@ -84,9 +84,7 @@ TEST_F(PropertyRows, ItemWithoutPropertiesReadsFalseWithoutAnOrientation) {
     KxBuildImageRows(fields, texts, rows);
     ASSERT_EQ(static_cast<size_t>(KX_IMAGE_ROW_COUNT), rows.size());
     // requests outside the rows or the two columns are left untouched
-    const struct {
-        int row, column;
-    } outside[] = {{-1, 0}, {KX_IMAGE_ROW_COUNT, 1}, {0, 2}, {0, -1}};
+    const struct { int row, column; } outside[] = {{-1, 0}, {KX_IMAGE_ROW_COUNT, 1}, {0, 2}, {0, -1}};
     for (const auto& c : outside)
         EXPECT_EQ(nullptr, KxPropertyRowText(rows, c.row, c.column)) << c.row << "," << c.column;
 }
