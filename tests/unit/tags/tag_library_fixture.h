@@ -17,12 +17,7 @@
 namespace kxtest {
 
 // One value of one track: the track's index, the key, the value and its capabilities.
-struct TrackValue {
-    size_t track;
-    const KxPropertyKey* key;
-    kxhost::PropertyValue value;
-    DWORD caps;
-};
+struct TrackValue { size_t track; const KxPropertyKey* key; kxhost::PropertyValue value; DWORD caps; };
 
 class TagLibraryTest : public ::testing::Test {
 protected:
