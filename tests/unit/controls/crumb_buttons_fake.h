@@ -7,12 +7,7 @@
 #include "controls/breadcrumb_row.h"
 
 struct FakeCrumbButtons : IKxCrumbButtons {
-    struct Button {
-        UINT command;
-        std::wstring text;
-        BYTE style;
-        void* data;
-    };
+    struct Button { UINT command; std::wstring text; BYTE style; void* data; };
     std::vector<Button> buttons;
 
     int ButtonCount() override { return int(buttons.size()); }

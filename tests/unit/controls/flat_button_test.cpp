@@ -7,11 +7,7 @@
 namespace {
 
 TEST(FlatButton, IconStandsWhereTwiceItsSizeIsTakenOff) {
-    struct Case {
-        RECT item;
-        int iconW, iconH;
-        LONG x, y;
-    } cases[] = {
+    struct Case { RECT item; int iconW, iconH; LONG x, y; } cases[] = {
         {{0, 0, 40, 40}, 16, 16, 4, 4},         // (40 - 32) / 2
         {{0, 0, 30, 30}, 16, 16, 0, 0},         // 30 is not more than 32: no shift
         {{0, 0, 32, 33}, 16, 16, 0, 0},         // equal to twice: none; one more: half of 1 truncates to 0
@@ -27,11 +23,7 @@ TEST(FlatButton, IconStandsWhereTwiceItsSizeIsTakenOff) {
 }
 
 TEST(FlatButton, PlanByIconHoverFocusAndPress) {
-    struct Case {
-        bool icon, hover;
-        UINT state;
-        bool face, frame, sunken, focusFrame;
-    } cases[] = {
+    struct Case { bool icon, hover; UINT state; bool face, frame, sunken, focusFrame; } cases[] = {
         {false, true, kFlatItemFocus | kFlatItemSelected, false, false, false, false},  // no icon: nothing
         {true, false, 0, true, false, false, false},
         {true, true, 0, true, true, false, false},

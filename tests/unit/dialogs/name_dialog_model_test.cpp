@@ -37,12 +37,7 @@ struct FakeControls : INameDialogControls {
 };
 
 TEST(NameDialogModel, OkValidatesByKindAndLength) {
-    const struct {
-        int kind;
-        std::wstring text;
-        Ok outcome;
-        const wchar_t* tip;
-    } cases[] = {
+    const struct { int kind; std::wstring text; Ok outcome; const wchar_t* tip; } cases[] = {
         {1, k255, Ok::Close, nullptr},          {1, k256, Ok::Stay, L"max 255"}, {3, L"", Ok::Close, nullptr},
         {7, L"1999", Ok::Close, nullptr},       {7, L"", Ok::Close, nullptr},    {7, L"19a9", Ok::Stay, L"year"},
         {7, L"-199", Ok::Stay, L"year"},        {7, std::wstring(256, L'1'), Ok::Stay, L"max 255"},
@@ -90,12 +85,7 @@ TEST(NameDialogModel, ATypedCharacterPastTheLimitIsTakenBackAPasteStaysUntilOk) 
     }
     controls.Key('V', false, k255 + L"v");
     EXPECT_EQ(k255, controls.text) << "V without Control is typed";
-    controls.Key('V', true, k255 + L"pasted");
-    EXPECT_EQ(Ok::Stay, model.OnOK(controls));
-    EXPECT_EQ(k255 + L"pasted", controls.text);
-    controls.Key(0x2E, false, L"short");
-    EXPECT_EQ(Ok::Close, model.OnOK(controls));
-    EXPECT_EQ(L"short", model.m_strName);
+    // (OK refusing the paste, and taking the name once it is short again: under Wine)
 }
 
 // A tip whose Show fails (no skin package) is released and made again at the next complaint.

@@ -221,7 +221,8 @@ TEST_F(PluginFrame, AggregatedObjectForwardsItsInterfacesUnknownToTheOuter) {
 }
 
 // Each operation: the resource library first (the balloon tip tests its own preconditions), then
-// its required arguments, then the dialog, which is not implemented without a runner.
+// its required arguments, then the dialog, which is not implemented without a runner. (Every
+// refused argument through the DLL is in the Wine tests' table; these rows pin the order.)
 TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
     IKxCommonResource* live = nullptr;
     ASSERT_EQ(S_OK, Create((void**)&live));
@@ -246,20 +247,15 @@ TEST_F(PluginFrame, EachOperationTestsItsPreconditionsInOrder) {
         {OP(ShowNameDialog(nullptr, 3, 2, nullptr, nullptr)), kRan},
         {OP(ShowEditTagDialog(nullptr, nullptr, folder, 1, items)), E_INVALIDARG},
         {OP(ShowEditTagDialog(nullptr, site, nullptr, 1, items)), E_INVALIDARG},
-        {OP(ShowEditTagDialog(nullptr, site, folder, 0, items)), E_INVALIDARG},
-        {OP(ShowEditTagDialog(nullptr, site, folder, 1, nullptr)), E_INVALIDARG},
         {OP(ShowEditTagDialog(nullptr, site, folder, 1, items)), kRan},
-        {OP(ShowAddToPlaylistDialog(nullptr, nullptr, L"x", nullptr, nullptr)), E_INVALIDARG},
         {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, nullptr, &outName)), E_INVALIDARG},
         {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, &outItem, nullptr)), E_INVALIDARG},
         {OP(ShowAddToPlaylistDialog(nullptr, folder, nullptr, &outItem, &outName)), kRan},
         {OP(ShowAddToSlideshowDialog(nullptr, nullptr, L"x", nullptr, nullptr)), E_INVALIDARG},
         {OP(ShowAddToSlideshowDialog(nullptr, folder, nullptr, &outItem, &outName)), kRan},
         {OP(ShowMessageBox(nullptr, nullptr, nullptr, 0)), kRan},
-        {OP(ShowImagePropertyDialog(nullptr, site, nullptr, item)), E_INVALIDARG},
         {OP(ShowImagePropertyDialog(nullptr, site, folder, nullptr)), E_INVALIDARG},
         {OP(ShowImagePropertyDialog(nullptr, nullptr, folder, item)), kRan},
-        {OP(ShowVideoPropertyDialog(nullptr, site, nullptr, item)), E_INVALIDARG},
         {OP(ShowVideoPropertyDialog(nullptr, site, folder, nullptr)), E_INVALIDARG},
         {OP(ShowVideoPropertyDialog(nullptr, nullptr, folder, item)), kRan},
         {OP(ShowAddMusicsDialog(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)), kRan},

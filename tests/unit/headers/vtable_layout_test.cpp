@@ -23,10 +23,7 @@ std::ptrdiff_t Slot(PMF pmf) {
 // The last operation of each interface and a few before it, reserved slots included.
 TEST(VtableLayout, OperationsKeepTheirSlots) {
 #define SLOT(method) #method, Slot(&method)
-    const struct {
-        const char* name;
-        std::ptrdiff_t slot, expected;
-    } slots[] = {
+    const struct { const char* name; std::ptrdiff_t slot, expected; } slots[] = {
         {SLOT(IKxCommonResource::ShowMessageBox), 9},
         {SLOT(IKxCommonResource::ShowAddMusicsDialog), 13},
         {SLOT(IKxBalloonTip::Close), 6},

@@ -1,5 +1,6 @@
-// Common pieces of the in-memory library tests: a fixture that opens the root folder and audits
-// references and CoTaskMem blocks after every test, small owners, and the walk of a well-known
+// Common pieces of the in-memory library tests: a fixture that opens the root folder, hands out
+// item identifier lists and property objects, and audits references and CoTaskMem blocks after
+// every test, small owners, and the walk of a well-known
 // folder as dialogs do it.
 #pragma once
 
@@ -78,16 +79,28 @@ protected:
         ASSERT_EQ(S_OK, lib.GetRootFolder(root.Out()));
     }
     void TearDown() override {
+        props.Reset();
         root.Reset();
+        for (KxPidl p : pidls) CoTaskMemFree(p);
         kxhost::ResetTaskMemFailures();
         EXPECT_EQ(0, lib.OutstandingReferences()) << lib.DescribeLiveObjects();
         EXPECT_EQ(0, lib.LiveObjects());
         EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks()) << "CoTaskMem blocks left behind";
     }
 
+    // An identifier list of the item, freed after the test.
+    KxPcPidl P(kxhost::ItemId id) { return pidls.push_back(lib.NewPidl(id)), pidls.back(); }
+    // The property object of the root for the item, in `props`.
+    void OpenProperties(kxhost::ItemId id) {
+        KxPcPidl item = P(id);
+        ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, &item, IID_IKxItemProperties, props.OutVoid()));
+    }
+
     kxhost::SampleLibrary sample;
     kxhost::InMemoryLibrary& lib;
     Ref<IKxContentFolder> root;  // opened for every test
+    Ref<IKxItemProperties> props;
+    std::vector<KxPidl> pidls;
     long blocksBefore = 0;
 };
 

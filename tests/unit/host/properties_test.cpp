@@ -10,20 +10,10 @@ using kxhost::PropertyValue;
 using kxhost::WriteRecord;
 
 struct Properties : LibraryTest {
-    Ref<IKxItemProperties> props;
-    std::vector<KxPidl> pidls;
-
     void SetUp() override {
         LibraryTest::SetUp();
-        KxPcPidl first = P(sample.tracks[0]);
-        ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, &first, IID_IKxItemProperties, props.OutVoid()));
+        OpenProperties(sample.tracks[0]);
     }
-    void TearDown() override {
-        for (KxPidl p : pidls) CoTaskMemFree(p);
-        props.Reset();
-        LibraryTest::TearDown();
-    }
-    KxPcPidl P(ItemId id) { return pidls.push_back(lib.NewPidl(id)), pidls.back(); }
 };
 
 TEST_F(Properties, CapabilityWordPerItemAndKeyGatesReads) {

@@ -31,18 +31,11 @@ TEST(AlbumArtNames, AcceptedExtensions) {
         {L"x.JPG;.PNG", true},  // the last dot decides
     };
     for (const auto& c : cases) EXPECT_EQ(c.second, CAlbumArt::IsAcceptedImageFile(c.first)) << c.first;
-    EXPECT_FALSE(CAlbumArt::IsAcceptedImageFile(nullptr));
-    std::wstring path(255, L'a');
-    path += L".jpg";  // 259 characters
-    EXPECT_TRUE(CAlbumArt::IsAcceptedImageFile(path.c_str()));
-    path.insert(0, L"b");
-    EXPECT_FALSE(CAlbumArt::IsAcceptedImageFile(path.c_str()));
+    EXPECT_FALSE(CAlbumArt::IsAcceptedImageFile(nullptr));  // 259 and 260 characters: under Wine
 }
 
 TEST(AlbumArtFit, ScaleToFitBoxOnlyShrinks) {
-    struct Case {
-        UINT w, h, mw, mh, outW, outH;
-    };
+    struct Case { UINT w, h, mw, mh, outW, outH; };
     const Case cases[] = {
         {100, 100, 180, 180, 100, 100}, {180, 180, 180, 180, 180, 180}, {1000, 500, 180, 180, 180, 90},
         {500, 1000, 180, 180, 90, 180}, {1000, 500, 150, 150, 150, 75},  {4224, 3168, 180, 180, 180, 135},
@@ -59,18 +52,10 @@ TEST(AlbumArtFit, ScaleToFitBoxOnlyShrinks) {
 
 // The fast path keeps the JPEG's bytes; everything else is scaled to the thumbnail's size and
 // re-encoded at quality 85 with the size tags rewritten, and the temporary file is gone after.
+// (A small JPEG and PNG and a wide JPEG go through the real platform under Wine.)
 TEST_F(AlbumArtTest, PreparedBytes) {
-    struct Case {
-        const char* name;
-        GUID format;
-        UINT w, h;
-        INT fitW, fitH;
-        bool sameBytes;
-    };
+    struct Case { const char* name; GUID format; UINT w, h; INT fitW, fitH; bool sameBytes; };
     const Case cases[] = {
-        {"small.jpg", ImageFormatJPEG, 100, 100, 100, 100, true},
-        {"small.png", ImageFormatPNG, 100, 100, 100, 100, false},
-        {"wide.jpg", ImageFormatJPEG, 1000, 500, 180, 90, false},
         {"narrow room.jpg", ImageFormatJPEG, 1000, 500, 150, 75, false},
         {"exif.jpg", ImageFormatEXIF, 60, 40, 60, 40, true},
         {"pic.bmp", ImageFormatBMP, 60, 40, 60, 40, false},
@@ -134,34 +119,25 @@ TEST_F(AlbumArtTest, TemporaryPathLength) {
     EXPECT_FALSE(art.BuildTempPath(L"cover.png", &path));
 }
 
-// A source in the temp folder is never cleared nor overwritten: the copy takes another name.
+// A writable source in the temp folder is never deleted nor overwritten: the copy takes another
+// name (a read-only one goes through the real platform under Wine).
 TEST_F(AlbumArtTest, SourceInTheTempFolderIsKept) {
-    for (bool readOnly : {false, true}) {
-        SCOPED_TRACE(readOnly);
-        WritePicture("cover.png", Picture(ImageFormatPNG, 400, 200));
-        if (readOnly) {
-            ASSERT_TRUE(files.SetFileAttributesW(PathOf("cover.png").c_str(), kFileAttributeReadOnly));
-        }
-        std::vector<BYTE> original;
-        ASSERT_TRUE(ReadBytes(NativeOf("cover.png"), &original));
+    WritePicture("cover.png", Picture(ImageFormatPNG, 400, 200));
+    std::vector<BYTE> original;
+    ASSERT_TRUE(ReadBytes(NativeOf("cover.png"), &original));
+    {
         CAlbumArt art(gdip, files);
-        std::wstring path;
-        ASSERT_TRUE(art.BuildTempPath(PathOf("cover.png").c_str(), &path));
-        EXPECT_EQ(PathOf("KxArt-cover.png"), path);
         BYTE* bytes = nullptr;
         ULONG size = 0;
         ASSERT_TRUE(art.PrepareArtBytes(&bytes, &size, PathOf("cover.png").c_str(), 180, 90, 400, 200));
         EXPECT_EQ(180u, Stored(bytes, size).width);
-        std::vector<BYTE> after;
-        ASSERT_TRUE(ReadBytes(NativeOf("cover.png"), &after));
-        EXPECT_EQ(original, after);
-        EXPECT_EQ(std::vector<std::string>{"cover.png"}, files.Files());
-        ASSERT_TRUE(files.SetFileAttributesW(PathOf("cover.png").c_str(), 0));
-        ASSERT_TRUE(files.DeleteFileW(PathOf("cover.png").c_str()));
     }
+    std::vector<BYTE> after;
+    ASSERT_TRUE(ReadBytes(NativeOf("cover.png"), &after));
+    EXPECT_EQ(original, after);
     // The prefixed name is taken again only while it still reaches the source.
     WritePicture("KxArt-a.png", Picture(ImageFormatPNG, 4, 4));
-    keptFiles = {"KxArt-a.png"};
+    keptFiles = {"KxArt-a.png", "cover.png"};
     CAlbumArt art(gdip, files);
     std::wstring path;
     ASSERT_TRUE(art.BuildTempPath(PathOf("KxArt-a.png").c_str(), &path));
@@ -216,10 +192,7 @@ TEST_F(AlbumArtTest, BadInput) {
 TEST_F(AlbumArtTest, FailureAtEachStep) {
     WritePicture("big.jpg", Picture(ImageFormatJPEG, 1000, 500));
     keptFiles = {"big.jpg"};
-    struct Case {
-        GdipOp op;
-        Status status;
-    };
+    struct Case { GdipOp op; Status status; };
     const Case cases[] = {{GdipOp::FromFile, OutOfMemory},   {GdipOp::RawFormat, GenericError},
                           {GdipOp::FromScan0, OutOfMemory},  {GdipOp::GraphicsContext, OutOfMemory},
                           {GdipOp::DrawImage, WrongState}, {GdipOp::PropertySize, PropertyNotFound},
@@ -265,9 +238,7 @@ TEST_F(AlbumArtTest, PastedBitmap) {
     EXPECT_EQ(nullptr, bytes);
     EXPECT_EQ(0u, size);
 
-    struct Case {
-        UINT w, h, outW, outH;
-    };
+    struct Case { UINT w, h, outW, outH; };
     // 70000 is held as 4464: the fit into 300 x 4464 gives 19 x 4464.
     const Case cases[] = {{640, 480, 640, 480}, {300, 70000, 19, 4464}};
     for (const Case& c : cases) {

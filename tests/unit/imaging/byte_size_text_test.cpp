@@ -11,10 +11,7 @@ namespace {
 const LONGLONG KB = 1024, MB = KB * KB, GB = MB * KB, TB = GB * KB, PB = TB * KB;
 
 TEST(ByteSizeText, MatchesTheSystemsTextAtEveryBoundary) {
-    const struct {
-        LONGLONG bytes;
-        LPCWSTR text;
-    } cases[] = {
+    const struct { LONGLONG bytes; LPCWSTR text; } cases[] = {
         // the system's own documented examples
         {532, L"532 bytes"}, {1340, L"1.30 KB"}, {23506, L"22.9 KB"}, {2400016, L"2.28 MB"},
         {2400000000LL, L"2.23 GB"},

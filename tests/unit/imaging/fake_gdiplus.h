@@ -20,11 +20,7 @@ enum class GdipOp {
     SetPropertyItem, Count
 };
 
-struct FakeProperty {
-    ULONG id;
-    WORD type;
-    std::vector<BYTE> value;
-};
+struct FakeProperty { ULONG id; WORD type; std::vector<BYTE> value; };
 
 // What a fake image file holds, and what an image object is.
 struct FakePicture {
@@ -43,11 +39,7 @@ bool WriteFakePicture(const std::string& path, const FakePicture& picture);
 // A property value of `length` bytes: 16 or 32 bits, little-endian.
 FakeProperty SizeTag(ULONG id, WORD type, ULONG value);
 
-struct FakeEncoder {
-    GUID format;
-    std::wstring name;
-    CLSID clsid;
-};
+struct FakeEncoder { GUID format; std::wstring name; CLSID clsid; };
 // The encoders as Windows lists them: BMP, JPEG, GIF, TIFF, PNG.
 std::vector<FakeEncoder> WindowsEncoders();
 FakeEncoder MakeEncoder(const GUID& format, const wchar_t* name, BYTE tag);
@@ -68,10 +60,7 @@ public:
     // Quality settings in the order they were set: (operation, mode).
     std::vector<std::pair<GdipOp, int>> qualitySettings;
     // Every draw: the source's size and the rectangle's.
-    struct Draw {
-        UINT sourceWidth, sourceHeight;
-        INT x, y, width, height;
-    };
+    struct Draw { UINT sourceWidth, sourceHeight; INT x, y, width, height; };
     std::vector<Draw> draws;
 
     // Native stand-ins for platform handles a test passes in.
@@ -144,9 +133,7 @@ private:
     int m_calls[static_cast<int>(GdipOp::Count)] = {};
     std::map<int, Failure> m_failures;
     std::set<FakePicture*> m_images;
-    struct Graphics {
-        FakePicture* target;
-    };
+    struct Graphics { FakePicture* target; };
     std::set<Graphics*> m_graphics;
     std::set<void*> m_blocks;
     long m_tokens = 0;

@@ -163,9 +163,7 @@ TEST_F(ImageUtilTest, StatusMapping) {
 
 // Two divisions in order and truncation: H / (W / DW) is a pixel below H * DW / W in some rows.
 TEST_F(ImageUtilTest, FitTable) {
-    struct Case {
-        UINT w, h, dw, dh, outW, outH;
-    };
+    struct Case { UINT w, h, dw, dh, outW, outH; };
     const Case cases[] = {
         {100, 50, 200, 200, 200, 100},   // enlarges
         {300, 200, 150, 90, 135, 90},    // hW = 100 > 90: wH and DH
@@ -173,7 +171,6 @@ TEST_F(ImageUtilTest, FitTable) {
         {100, 100, 150, 90, 90, 90},     // square, DW > DH
         {100, 100, 120, 120, 120, 120},  // square, equal box
         {100, 200, 40, 180, 40, 80},     // wH = 90 > 40: DW and hW
-        {1000, 500, 180, 180, 180, 90},
         {14, 7, 200, 200, 200, 99},   // 14 * 200 / 7 would give 100
         {7, 21, 150, 150, 49, 150},   // 7 * 150 / 21 would give 50
         {33, 55, 180, 180, 107, 180},  // 33 * 180 / 55 would give 108
@@ -214,9 +211,7 @@ TEST_F(ImageUtilTest, OpenGivesTheFormatCodeOrTheDocumentedFailure) {
         EXPECT_EQ(20u, bitmap->GetWidth());
         CGdipBitmap::Delete(bitmap);
     }
-    ASSERT_TRUE(WriteBytes(NativeOf("text.jpg"), {'n', 'o', 't', ' ', 'a', 'n', ' ', 'i', 'm', 'a', 'g', 'e'}));
-    ASSERT_TRUE(WriteBytes(NativeOf("empty.jpg"), {}));
-    keptFiles = {"empty.jpg", "p.img", "text.jpg"};
+    keptFiles = {"p.img"};
     const std::wstring notImage =
         L"E:CGdiplusUtil::GdiplusFileOpen> Bitmap::FromFile failed, the file is either not a valid image file or GDI+ "
         L"don't have a decoder to open it...";
@@ -228,9 +223,7 @@ TEST_F(ImageUtilTest, OpenGivesTheFormatCodeOrTheDocumentedFailure) {
         std::wstring trace;
     };
     const Case cases[] = {
-        {"text.jpg", GdipOp::Count, Ok, static_cast<HRESULT>(0x8007000Du), notImage},
-        {"empty.jpg", GdipOp::Count, Ok, static_cast<HRESULT>(0x8007000Du), notImage},
-        {"missing.jpg", GdipOp::Count, Ok, static_cast<HRESULT>(0x8007000Du), notImage},
+        // (a text, an empty, a missing file: the same code and line, under Wine)
         {"p.img", GdipOp::FromFile, AccessDenied, static_cast<HRESULT>(0x8007000Du), notImage},
         {"p.img", GdipOp::Alloc, Ok, E_OUTOFMEMORY,
          L"E:CGdiplusUtil::GdiplusFileOpen> Can't create an Image object from the source file"},
@@ -286,13 +279,7 @@ TEST_F(ImageUtilTest, ResizeFitsDrawsWithTheQualitySettingsAndReportsEachFailure
     Traces();
 
     const std::wstring fit = L"S:CGdiplusUtil::FitImageToDeviceDimension> ImageWidth = 180, ImageHeight = 90";
-    struct Case {
-        GdipOp op;
-        Status status;
-        HRESULT hr;
-        bool destMade;
-        std::vector<std::wstring> traces;
-    };
+    struct Case { GdipOp op; Status status; HRESULT hr; bool destMade; std::vector<std::wstring> traces; };
     const Case cases[] = {
         {GdipOp::Alloc, Ok, E_OUTOFMEMORY, false, {fit, L"E:CGdiplusUtil::ResizeImage> Failed to create dest bitmap object"}},
         {GdipOp::FromScan0, OutOfMemory, static_cast<HRESULT>(0x8007000Du), true,

@@ -65,7 +65,6 @@ struct PropertyModels : LibraryTest {
     FakePropertyTexts texts;
     RecordingControls controls;
     Ref<IKxContentSite> site;
-    std::vector<KxPidl> pidls;
 
     void SetUp() override {
         LibraryTest::SetUp();
@@ -73,14 +72,12 @@ struct PropertyModels : LibraryTest {
         ASSERT_EQ(S_OK, lib.CreateSite(site.Out()));
     }
     void TearDown() override {
-        for (KxPidl p : pidls) CoTaskMemFree(p);
         site.Reset();
         kxhost::SetPreviewBitmapMaker(nullptr);
         EXPECT_TRUE(g_liveBitmaps.empty()) << g_liveBitmaps.size() << " bitmaps never deleted";
         g_liveBitmaps.clear();
         LibraryTest::TearDown();
     }
-    KxPcPidl P(ItemId id) { return pidls.push_back(lib.NewPidl(id)), pidls.back(); }
 };
 
 TEST_F(PropertyModels, ImageWalkThroughThreePicturesSetsButtonsAndFocusAtEachStep) {
@@ -91,11 +88,7 @@ TEST_F(PropertyModels, ImageWalkThroughThreePicturesSetsButtonsAndFocusAtEachSte
     model.ShowImageProperties();
     EXPECT_EQ((Events{"P-", "fN", "N+"}), controls.TakeWalk());
 
-    const struct {
-        bool previous;
-        Events walk;
-        LONG index;
-    } steps[] = {
+    const struct { bool previous; Events walk; LONG index; } steps[] = {
         {false, {"N+", "fN", "P+", "N+"}, 1},
         {false, {"N-", "fP", "P+", "N-", "fP"}, 2},
         {false, {}, 2},  // beyond the last: nothing
@@ -227,10 +220,7 @@ TEST_F(PropertyModels, MissingPropertiesOrPreviewObjectIsKeptForTheHost) {
 
 TEST(PropertyWalkKeys, LeftAndRightStepOnlyFromTheButtonsWithoutModifiers) {
     const UINT left = 0x25, right = 0x27, up = 0x26;
-    const struct {
-        KxWalkKeyState state;
-        KxWalkKey key;
-    } cases[] = {
+    const struct { KxWalkKeyState state; KxWalkKey key; } cases[] = {
         {{left, true, false, true, true, false}, KxWalkKey::Previous},
         {{right, false, true, true, true, false}, KxWalkKey::Next},
         {{left, false, true, true, true, false}, KxWalkKey::Previous},  // from Next too

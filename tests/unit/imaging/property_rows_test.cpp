@@ -12,20 +12,10 @@ using kxhost::PropertyValue;
 
 struct PropertyRows : LibraryTest {
     FakePropertyTexts texts;
-    Ref<IKxItemProperties> props;
-    std::vector<KxPidl> pidls;
-
     void SetUp() override {
         LibraryTest::SetUp();
-        KxPcPidl first = P(sample.pictures[0]);
-        ASSERT_EQ(S_OK, root->GetItemObject(nullptr, nullptr, 1, &first, IID_IKxItemProperties, props.OutVoid()));
+        OpenProperties(sample.pictures[0]);
     }
-    void TearDown() override {
-        for (KxPidl p : pidls) CoTaskMemFree(p);
-        props.Reset();
-        LibraryTest::TearDown();
-    }
-    KxPcPidl P(ItemId id) { return pidls.push_back(lib.NewPidl(id)), pidls.back(); }
 };
 
 TEST_F(PropertyRows, PictureWithEveryKeyShowsTwentyFourRowsInTableOrder) {
@@ -83,7 +73,8 @@ TEST_F(PropertyRows, PictureWithEveryKeyShowsTwentyFourRowsInTableOrder) {
     }
 }
 
-TEST_F(PropertyRows, ItemWithoutPropertiesShowsDashesAndSpacersNeverShowText) {
+// (Its rows of dashes and empty spacers are read back from the dialog under Wine.)
+TEST_F(PropertyRows, ItemWithoutPropertiesReadsFalseWithoutAnOrientation) {
     const ItemId bare = lib.AddItem(kxhost::ItemKind::Picture, L"Bare");
     KxImagePropertyTexts fields;
     LONG orientation = 0;
@@ -92,15 +83,8 @@ TEST_F(PropertyRows, ItemWithoutPropertiesShowsDashesAndSpacersNeverShowText) {
     KxPropertyRows rows;
     KxBuildImageRows(fields, texts, rows);
     ASSERT_EQ(static_cast<size_t>(KX_IMAGE_ROW_COUNT), rows.size());
-    for (int row = 0; row < KX_IMAGE_ROW_COUNT; ++row) {
-        const bool spacer = kKxImageRows[row].label == 0;
-        EXPECT_STREQ(spacer ? nullptr : L": -", KxPropertyRowText(rows, row, 1)) << "row " << row;
-        EXPECT_EQ(spacer, KxPropertyRowText(rows, row, 0) == nullptr) << "row " << row;
-    }
     // requests outside the rows or the two columns are left untouched
-    const struct {
-        int row, column;
-    } outside[] = {{-1, 0}, {KX_IMAGE_ROW_COUNT, 1}, {0, 2}, {0, -1}};
+    const struct { int row, column; } outside[] = {{-1, 0}, {KX_IMAGE_ROW_COUNT, 1}, {0, 2}, {0, -1}};
     for (const auto& c : outside)
         EXPECT_EQ(nullptr, KxPropertyRowText(rows, c.row, c.column)) << c.row << "," << c.column;
 }

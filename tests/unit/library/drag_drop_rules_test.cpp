@@ -111,11 +111,7 @@ TEST_F(Rules, AnOverLongPathIsCutToTheBufferAndRefused) {
 
 TEST_F(Rules, OverThePictureOnlyAndBackAgain) {
     ASSERT_EQ(kDropEffectCopy, Enter(1, L"C:\\p\\cover.jpg"));
-    struct Step {
-        LONG x, y;
-        bool accepts;
-        DWORD effect;
-    } steps[] = {
+    struct Step { LONG x, y; bool accepts; DWORD effect; } steps[] = {
         {50, 50, true, kDropEffectNone},     // over another control
         {100, 100, true, kDropEffectCopy},   // the picture's top left corner is inside
         {199, 179, true, kDropEffectCopy},

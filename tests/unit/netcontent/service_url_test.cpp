@@ -6,11 +6,7 @@
 namespace {
 
 TEST(ServiceUrl, Expansion) {
-    const struct {
-        const wchar_t* urlTemplate;
-        const wchar_t* path;
-        const wchar_t* expected;
-    } cases[] = {
+    const struct { const wchar_t* urlTemplate; const wchar_t* path; const wchar_t* expected; } cases[] = {
         {L"http://127.0.0.1:8080/art?album={folder}&track={file}", L"C:\\Music\\Blue Train\\01 Song.mp3",
          L"http://127.0.0.1:8080/art?album=Blue%20Train&track=01%20Song"},
         {L"HTTPS://art.example/{folder}/{folder}.jpg", L"D:\\M\\A&B\\x.flac", L"HTTPS://art.example/A%26B/A%26B.jpg"},

@@ -28,16 +28,10 @@ void Fields(Bytes& b, std::initializer_list<std::pair<int, uint32_t>> fields) {
         for (int i = 0; i < f.first; ++i) b.push_back(static_cast<uint8_t>(f.second >> (8 * i)));
 }
 
-struct Entry {
-    std::string name, data;
-};
+struct Entry { std::string name, data; };
 
 // A stored archive as `zip -0` writes one, and where its directory entries and end record begin.
-struct Archive {
-    Bytes bytes;
-    std::vector<size_t> directoryEntries;
-    size_t endAt = 0;
-};
+struct Archive { Bytes bytes; std::vector<size_t> directoryEntries; size_t endAt = 0; };
 
 Archive Make(const std::vector<Entry>& entries, const std::string& comment = "") {
     Archive a;

@@ -26,9 +26,7 @@ Picture Shape(int w, int h) {
 
 TEST(SkinPixels, SlicingKeepsThePointAndTheMarginsFromTheirOwnEdges) {
     const Picture shape = Shape(21, 15);
-    const struct {
-        int width, height;
-    } sizes[] = {{21, 15}, {120, 90}, {14, 9}, {300, 16}};
+    const struct { int width, height; } sizes[] = {{21, 15}, {120, 90}, {14, 9}, {300, 16}};
     for (const auto& s : sizes) {
         SCOPED_TRACE(testing::Message() << s.width << " x " << s.height);
         const Picture out = kxskin::SliceToSize(shape, s.width, s.height);

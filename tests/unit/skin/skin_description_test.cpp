@@ -37,9 +37,7 @@ TEST(SkinDescription, ReadsTheDialogAndItsStatics) {
 }
 
 TEST(SkinDescription, BadValuesKeepTheDefaults) {
-    const struct {
-        const char* text;
-    } cases[] = {
+    const struct { const char* text; } cases[] = {
         {""},
         {"Background=#000000\n"},  // outside any section
         {"[Dialog]\nBackground=000000\nText=#12345\nFontSize=99\nFooter=red\n"},

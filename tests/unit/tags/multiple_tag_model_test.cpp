@@ -1,11 +1,9 @@
 // The multiple-item tag dialog without its window, over the in-memory library: which fields the
 // items allow, which box each change ticks, and what OK writes to all items (the library's write
 // log), with a read-only item among writable ones and a first item that has no tags.
-#include "host/library/in_memory_library.h"
-#include "host/library/taskmem_audit.h"
 #include "tags/multiple_tag_model.h"
 #include "tests/unit/tags/fake_multi_controls.h"
-#include "tests/unit/tags/write_log_text.h"
+#include "tests/unit/tags/tag_library_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -25,45 +23,28 @@ typedef CMultipleTagModel M;
 
 // Four tracks. 0: no tags at all. 1: every tag writable, with art. 2: a read-only item whose
 // tags are readable only. 3: writable, a genre that only it can take, and a year.
-class MultipleTagTest : public ::testing::Test {
+class MultipleTagTest : public kxtest::TagLibraryTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(kxhost::StartTaskMemAudit());
-        blocksBefore = kxhost::LiveTaskMemBlocks();
-        lib = kxhost::InMemoryLibrary::Create();
+        TagLibraryTest::SetUp();
         for (LPCWSTR name : {L"Zed", L"Beta"}) lib->AddContainer(ItemKind::Artist, name);
         lib->AddContainer(ItemKind::Album, L"Abbey");
-        for (int i = 0; i < 4; ++i) {
-            tracks.push_back(lib->AddItem(ItemKind::Track, L"t"));
-            pidls.push_back(lib->NewPidl(tracks.back()));
-        }
         typedef kxhost::PropertyValue V;
-        const DWORD r = kxhost::kReadable, rw = kxhost::kReadWrite;
-        struct Prop { size_t track; const KxPropertyKey* key; V value; DWORD caps; };
-        for (const Prop& p :
-             {Prop{1, &KxPropArtist, V::String(L"Zed"), rw}, {1, &KxPropArtist2, V::String(L"Newcomer"), rw},
-              {1, &KxPropAlbum, V::String(L"Abbey"), rw}, {1, &KxPropGenre, V::String(L"Rock"), r},
-              {1, &KxPropYear, V::String(L"1985"), rw}, {1, &KxPropRating, V::Int(9), rw},
-              {1, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 1}), rw},
-              {2, &KxPropArtist, V::String(L"Beta"), r}, {2, &KxPropAlbum, V::String(L"Abbey"), r},
-              {2, &KxPropRating, V::Int(2), r}, {2, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 2, 2}), r},
-              {3, &KxPropArtist, V::String(L"Zed"), rw}, {3, &KxPropAlbum, V::String(L"Abbey"), rw},
-              {3, &KxPropGenre, V::String(L"Pop"), rw}, {3, &KxPropYear, V::String(L"2000"), rw},
-              {3, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 3}), rw}})
-            lib->SetValue(tracks[p.track], *p.key, p.value, p.caps);
+        AddTracks({L"t", L"t", L"t", L"t"},
+                  {{1, &KxPropArtist, V::String(L"Zed"), rw}, {1, &KxPropArtist2, V::String(L"Newcomer"), rw},
+                   {1, &KxPropAlbum, V::String(L"Abbey"), rw}, {1, &KxPropGenre, V::String(L"Rock"), r},
+                   {1, &KxPropYear, V::String(L"1985"), rw}, {1, &KxPropRating, V::Int(9), rw},
+                   {1, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 1}), rw},
+                   {2, &KxPropArtist, V::String(L"Beta"), r}, {2, &KxPropAlbum, V::String(L"Abbey"), r},
+                   {2, &KxPropRating, V::Int(2), r}, {2, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 2, 2}), r},
+                   {3, &KxPropArtist, V::String(L"Zed"), rw}, {3, &KxPropAlbum, V::String(L"Abbey"), rw},
+                   {3, &KxPropGenre, V::String(L"Pop"), rw}, {3, &KxPropYear, V::String(L"2000"), rw},
+                   {3, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 3}), rw}});
         lib->SetReadOnly(tracks[2], true);
-        lib->SetView(tracks, 0);
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
     }
     void TearDown() override {
         model.reset();
-        site->Release();
-        root->Release();
-        for (KxPidl p : pidls) CoTaskMemFree(p);
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
-        lib.reset();
-        EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks());
+        TagLibraryTest::TearDown();
     }
     // The dialog opened on the tracks named by their indexes and shown.
     M& Open(std::vector<int> which) {
@@ -78,21 +59,14 @@ protected:
         lib->ClearWrites();
         return *model;
     }
-    std::string Writes() { return kxtest::TakeWritesText(*lib, tracks); }
     void Type(int id, const std::wstring& text) {
         ui.c[id].text = text;
         model->OnFieldChanged(id);
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib;
-    std::vector<kxhost::ItemId> tracks;
-    std::vector<KxPidl> pidls;
     std::vector<KxPcPidl> items;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
     FakeMultiControls ui;
     std::unique_ptr<M> model;
-    long blocksBefore = 0;
 };
 
 TEST_F(MultipleTagTest, FirstItemIsShownAndWritabilityIsMergedOverAllItems) {

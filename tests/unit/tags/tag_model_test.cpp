@@ -2,8 +2,7 @@
 // hand in is scripted; what the model reads, shows and writes is recorded as text. The start of a
 // dialog and its reading, the known values, what several items allow, writing back and stepping
 // through the host's view.
-#include "host/library/in_memory_library.h"
-#include "host/library/taskmem_audit.h"
+#include "tests/unit/tags/tag_library_fixture.h"
 #include "tags/edit_tag_model.h"
 
 #include <gtest/gtest.h>
@@ -85,50 +84,32 @@ public:
 // An album of four tracks in the host's view, artists (one name twice), albums and genres.
 // Track 0 carries all ten tags, with title, rating and tag 12 read-only; track 1 a title, an
 // artist, rating 0, a location and a path; tracks 2 and 3 a title each.
-class TagModelTest : public ::testing::Test {
+class TagModelTest : public kxtest::TagLibraryTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(kxhost::StartTaskMemAudit());
-        blocksBefore = kxhost::LiveTaskMemBlocks();
-        lib = kxhost::InMemoryLibrary::Create();
+        TagLibraryTest::SetUp();
         for (LPCWSTR name : {L"Zed", L"alpha", L"\u00c9lan", L"Beta", L"Beta"})
             lib->AddContainer(ItemKind::Artist, name);
         for (LPCWSTR name : {L"Rock", L"jazz"}) lib->AddContainer(ItemKind::Genre, name);
         for (LPCWSTR name : {L"Abbey", L"Zoo"}) lib->AddContainer(ItemKind::Album, name);
-        for (LPCWSTR title : {L"One", L"Two", L"Three", L"Four"}) {
-            tracks.push_back(lib->AddItem(ItemKind::Track, title));
-            pidls.push_back(lib->NewPidl(tracks.back()));
-            lib->SetString(tracks.back(), KxPropTitle, title);
-        }
         typedef kxhost::PropertyValue V;
-        const DWORD r = kxhost::kReadable, rw = kxhost::kReadWrite;
-        struct Prop { size_t track; const KxPropertyKey* key; V value; DWORD caps; };
-        for (const Prop& p :
-             {Prop{0, &KxPropTitle, V::String(L"One"), r}, {0, &KxPropArtist, V::String(L"Zed"), rw},
-              {0, &KxPropArtist2, V::String(L"Beta"), rw}, {0, &KxPropAlbum, V::String(L"Abbey"), rw},
-              {0, &KxPropGenre, V::String(L"Rock"), rw}, {0, &KxPropYear, V::String(L"1999"), rw},
-              {0, &KxPropTrackNumber, V::Int(3), rw}, {0, &KxPropRating, V::Int(4), r},
-              {0, &KxPropTagInt12, V::Int(1234567), r}, {0, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 1}), rw},
-              {0, &KxPropLocation, V::String(L"Music"), rw},
-              {0, &KxPropFilePath, V::String(L"C:\\Music\\one.mp3"), rw}, {1, &KxPropArtist, V::String(L"alpha"), rw},
-              {1, &KxPropRating, V::Int(0), rw}, {1, &KxPropLocation, V::String(L"Music"), rw},
-              {1, &KxPropFilePath, V::String(L"C:\\Music\\two.mp3"), rw}})
-            lib->SetValue(tracks[p.track], *p.key, p.value, p.caps);
-        lib->SetView(tracks, 0);
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
+        AddTracks({L"One", L"Two", L"Three", L"Four"},
+                  {{0, &KxPropTitle, V::String(L"One"), r}, {0, &KxPropArtist, V::String(L"Zed"), rw},
+                   {0, &KxPropArtist2, V::String(L"Beta"), rw}, {0, &KxPropAlbum, V::String(L"Abbey"), rw},
+                   {0, &KxPropGenre, V::String(L"Rock"), rw}, {0, &KxPropYear, V::String(L"1999"), rw},
+                   {0, &KxPropTrackNumber, V::Int(3), rw}, {0, &KxPropRating, V::Int(4), r},
+                   {0, &KxPropTagInt12, V::Int(1234567), r}, {0, &KxPropAlbumArt, V::Blob({0xFF, 0xD8, 1}), rw},
+                   {0, &KxPropLocation, V::String(L"Music"), rw},
+                   {0, &KxPropFilePath, V::String(L"C:\\Music\\one.mp3"), rw},
+                   {1, &KxPropTitle, V::String(L"Two"), rw}, {1, &KxPropArtist, V::String(L"alpha"), rw},
+                   {1, &KxPropRating, V::Int(0), rw}, {1, &KxPropLocation, V::String(L"Music"), rw},
+                   {1, &KxPropFilePath, V::String(L"C:\\Music\\two.mp3"), rw},
+                   {2, &KxPropTitle, V::String(L"Three"), rw}, {3, &KxPropTitle, V::String(L"Four"), rw}});
         ownReferences = lib->OutstandingReferences();
     }
     void TearDown() override {
         editor.reset();
-        if (site) site->Release();
-        if (root) root->Release();
-        for (KxPidl p : pidls) CoTaskMemFree(p);
-        kxhost::ResetTaskMemFailures();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
-        EXPECT_EQ(0, lib->LiveObjects());
-        lib.reset();
-        EXPECT_EQ(blocksBefore, kxhost::LiveTaskMemBlocks());
+        TagLibraryTest::TearDown();
     }
 
     // An editor for the given tracks (indices into tracks), over the root.
@@ -167,14 +148,8 @@ protected:
         return code + std::string(first ? " F" : "") + (last ? " L" : "") + " @" + std::to_string(e.m_currentIndex);
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib;
-    std::vector<kxhost::ItemId> tracks;
-    std::vector<KxPidl> pidls;  // one per track, the test's own
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
     std::unique_ptr<ScriptedEditor> editor;
     std::vector<KxPcPidl> given;  // the items handed to the editor
-    long blocksBefore = 0;
     long ownReferences = 0;  // the test's own references to the root and the site
 };
 
