@@ -10,7 +10,6 @@
 
 #include <cstdio>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "host/library/in_memory_library.h"
@@ -18,6 +17,7 @@
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/netcontent/loopback_server.h"
 
 namespace kxtest {
@@ -69,9 +69,7 @@ protected:
 
     void SetUp() override {
         WatchTaskMemory();
-        WCHAR temp[MAX_PATH] = {};
-        GetTempPathW(MAX_PATH, temp);
-        folder = std::wstring(temp) + L"kx-lookup-" + std::to_wstring(GetCurrentProcessId());
+        folder = TempFolder() + L"kx-lookup-" + std::to_wstring(GetCurrentProcessId());
         CreateDirectoryW(folder.c_str(), nullptr);
         typedef kxhost::PropertyValue V;
         for (LPCWSTR name : {L"one", L"two"}) {
@@ -96,10 +94,7 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        ResourceCounts a = CountResources(), &b = before;
-        EXPECT_EQ(std::tie(b.windows, b.gdiObjects, b.userObjects, b.taskMemBlocks),
-                  std::tie(a.windows, a.gdiObjects, a.userObjects, a.taskMemBlocks))
-            << "windows, GDI objects, USER objects and CoTaskMem blocks left behind";
+        EXPECT_EQ("", Leftovers(before));
         if (resource) resource->Release();
         if (site) site->Release();
         if (root) root->Release();
@@ -109,10 +104,7 @@ protected:
         EXPECT_EQ(GetFileAttributesW(folder.c_str()), INVALID_FILE_ATTRIBUTES);
     }
     void Write(const std::wstring& path, const std::vector<BYTE>& bytes) {
-        FILE* f = _wfopen(path.c_str(), L"wb");
-        ASSERT_TRUE(f);
-        fwrite(bytes.data(), 1, bytes.size(), f);
-        fclose(f);
+        ASSERT_TRUE(WriteFileBytes(path, bytes));
         files.push_back(path);
     }
     std::string Run(int index, DialogDriver& driver) {
@@ -121,9 +113,7 @@ protected:
         const HRESULT hr = resource->ShowEditTagDialog(nullptr, site, root, 1, const_cast<const KxPcPidl*>(&pidl));
         CoTaskMemFree(pidl);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
-        return code;
+        return HrText(hr);
     }
     std::string Writes() {
         std::string out;

@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <functional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "host/library/in_memory_library.h"
@@ -22,6 +21,7 @@
 #include "tests/win/common/nested_dialogs.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/tags/picture_text.h"
 #include "tests/unit/tags/write_log_text.h"
 
@@ -44,24 +44,6 @@ std::string Ticked(HWND dlg) {
     for (int box : kBoxes)
         if (IsDlgButtonChecked(dlg, box) == BST_CHECKED) out += (out.empty() ? "" : " ") + std::to_string(box);
     return out;
-}
-
-std::wstring TestImage(const char* name) {
-    std::wstring path = L"Z:";
-    for (const char* p = KX_TEST_IMAGES "/"; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
-    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
-    return path;
-}
-
-std::vector<BYTE> FileBytes(const std::wstring& path) {
-    std::vector<BYTE> bytes;
-    FILE* file = _wfopen(path.c_str(), L"rb");
-    if (!file) return bytes;
-    BYTE buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, file)) > 0) bytes.insert(bytes.end(), buffer, buffer + n);
-    fclose(file);
-    return bytes;
 }
 
 // Three tracks with every tag writable and art of their own.
@@ -118,9 +100,7 @@ protected:
         for (KxPidl p : pidls) CoTaskMemFree(p);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
         EXPECT_EQ(driver.stepCount(), driver.stepsDone());
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
-        return code;
+        return HrText(hr);
     }
     // The writes since the last call; every value but the art came through SetProperties.
     std::string Writes() {
@@ -202,9 +182,7 @@ TEST_F(MulEditTagThroughPlugin, OkWritesTheTickedFieldsToEveryItemAndNothingElse
 // is re-encoded with its metadata copied, which Wine's imaging cannot do: the imaging tests cover
 // that path.) Remove then takes the art out of every item.
 TEST_F(MulEditTagThroughPlugin, APhotographGoesToAllItemsAndRemoveTakesArtFromAll) {
-    const std::wstring photo = TestImage("orientation_1.jpg");
-    ASSERT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(photo.c_str()))
-        << "the ctest fixture imaging_test_images fetches it (cmake/fetch-test-images.sh)";
+    const std::wstring photo = FixtureFile(KX_TEST_IMAGES, "orientation_1.jpg");
     std::string ticked;
     bool removeEnabled = false;
     DialogDriver add;
@@ -223,7 +201,7 @@ TEST_F(MulEditTagThroughPlugin, APhotographGoesToAllItemsAndRemoveTakesArtFromAl
     const auto first = lib->Value(tracks[0], KxPropAlbumArt);
     ASSERT_TRUE(first);
     EXPECT_EQ("JPEG 50x70", DescribePicture(first->bytes));
-    EXPECT_TRUE(first->bytes == FileBytes(photo)) << "the file's exact bytes";
+    EXPECT_TRUE(first->bytes == ReadFileBytes(photo)) << "the file's exact bytes";
     for (kxhost::ItemId t : tracks) EXPECT_TRUE(lib->Value(t, KxPropAlbumArt)->bytes == first->bytes);
 
     DialogDriver remove;
