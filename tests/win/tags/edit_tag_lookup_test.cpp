@@ -16,6 +16,7 @@
 #include "host/library/jpeg_encoder.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/test_files.h"
 #include "tests/win/netcontent/loopback_server.h"
@@ -62,13 +63,12 @@ std::string Held(HWND dlg) {
     return out;
 }
 
-class EditTagLookup : public ::testing::Test {
+class EditTagLookup : public PluginDialogTest {
 protected:
     static void SetUpTestSuite() { ASSERT_EQ(RunRegsvr32(L"KxNetContent.dll"), 0u); }
     static void TearDownTestSuite() { EXPECT_EQ(RunRegsvr32(L"/u KxNetContent.dll"), 0u); }
 
     void SetUp() override {
-        WatchTaskMemory();
         folder = TempFolder() + L"kx-lookup-" + std::to_wstring(GetCurrentProcessId());
         CreateDirectoryW(folder.c_str(), nullptr);
         typedef kxhost::PropertyValue V;
@@ -80,9 +80,7 @@ protected:
                 lib->SetValue(tracks.back(), *p.first, p.second, kxhost::kReadWrite);
             Write(folder + L"\\" + name + L".mp3", {'n', 'o', ' ', 't', 'a', 'g'});
         }
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        OpenHost();
         {
             // what the process keeps once: the dialog's classes, the menu's font, the component
             DialogDriver warmup;
@@ -94,11 +92,7 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
+        PluginDialogTest::TearDown();
         for (const std::wstring& f : files) DeleteFileW(f.c_str());
         RemoveDirectoryW(folder.c_str());
         EXPECT_EQ(GetFileAttributesW(folder.c_str()), INVALID_FILE_ATTRIBUTES);
@@ -125,15 +119,9 @@ protected:
         return out;
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
     std::vector<kxhost::ItemId> tracks;
     std::wstring folder;
     std::vector<std::wstring> files;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
 };
 
 TEST_F(EditTagLookup, ACoverBesideTheTrackIsShownAndWrittenNothingFoundRemovesTheArt) {

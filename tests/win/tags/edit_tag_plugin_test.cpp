@@ -23,7 +23,7 @@
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/nested_dialogs.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/skin_recorder.h"
 #include "tests/win/common/test_files.h"
 #include "tests/win/tags/picture_text.h"
@@ -39,10 +39,9 @@ void SetText(HWND dlg, int id, LPCWSTR text) { SetDlgItemTextW(dlg, id, text); }
 std::wstring TestImage(const char* name) { return FixtureFile(KX_TEST_IMAGES, name); }
 
 // Three tracks in the view, every tag writable. Track 1 has a negative year and track number.
-class EditTagThroughPlugin : public ::testing::Test {
+class EditTagThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
         for (LPCWSTR name : {L"Zed", L"Beta"}) lib->AddContainer(ItemKind::Artist, name);
         typedef kxhost::PropertyValue V;
         const LPCWSTR titles[] = {L"One", L"Two", L"Three"};
@@ -60,9 +59,7 @@ protected:
                 lib->SetValue(tracks.back(), *p.first, p.second, kxhost::kReadWrite);
         }
         lib->SetView(tracks, 0);
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        OpenHost();
         {
             // what the process keeps once: the dialog's classes, the first skinned balloon, and
             // the system's wait cursor of a step and hand cursor of the store link
@@ -78,13 +75,6 @@ protected:
         }
         lib->ClearWrites();
         before = CountResources();
-    }
-    void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
     // Runs the dialog on track `index` with the script; the code as 8 hex digits.
@@ -111,13 +101,7 @@ protected:
         };
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
     std::vector<kxhost::ItemId> tracks;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
     std::string shown;
 };
 

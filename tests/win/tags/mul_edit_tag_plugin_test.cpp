@@ -19,7 +19,7 @@
 #include "resources/dialogs/edit_multiple_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/nested_dialogs.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/skin_recorder.h"
 #include "tests/win/common/test_files.h"
 #include "tests/win/tags/picture_text.h"
@@ -47,10 +47,9 @@ std::string Ticked(HWND dlg) {
 }
 
 // Three tracks with every tag writable and art of their own.
-class MulEditTagThroughPlugin : public ::testing::Test {
+class MulEditTagThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
         for (LPCWSTR name : {L"Zed", L"Beta"}) lib->AddContainer(ItemKind::Artist, name);
         typedef kxhost::PropertyValue V;
         for (int i = 0; i < 3; ++i) {
@@ -64,9 +63,7 @@ protected:
                 lib->SetValue(tracks.back(), *p.first, p.second, kxhost::kReadWrite);
         }
         lib->SetView(tracks, 0);
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        OpenHost();
         {
             // what the process keeps once: the dialog's classes, the first skinned balloon, the
             // hand cursor of the store link and the shell's icons and lists of the file dialog
@@ -82,13 +79,6 @@ protected:
         }
         lib->ClearWrites();
         before = CountResources();
-    }
-    void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
     // Runs the dialog on all the tracks with the script; the code as 8 hex digits.
@@ -112,13 +102,7 @@ protected:
         return TakeWritesText(*lib, tracks);
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
     std::vector<kxhost::ItemId> tracks;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
 };
 
 TEST_F(MulEditTagThroughPlugin, EachChangeTicksItsOwnBoxAndCancelWritesNothing) {
