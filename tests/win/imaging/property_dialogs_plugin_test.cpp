@@ -21,7 +21,7 @@
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/video_property_ids.h"
 #include "tests/win/common/dialog_driver.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/skin_recorder.h"
 #include "tests/win/common/test_files.h"
 
@@ -120,25 +120,16 @@ int ColourDistance(DWORD a, DWORD b) {
     return worst;
 }
 
-class PropertyDialogsThroughPlugin : public ::testing::Test {
+class PropertyDialogsThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        lib = sample.library;
+        OpenHost();
         lib->SetView({sample.pictures[0]}, 0);
         // a first dialog of each kind pays for what the process keeps once
         RunImage(sample.pictures[0], [](DialogDriver& d) { d.Click(kImageClose); });
         RunVideo(sample.videos[0], [](DialogDriver& d) { d.Click(kVideoClose); });
         before = CountResources();
-    }
-    void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
     std::string Run(bool video, ItemId item, const std::function<void(DialogDriver&)>& script) {
@@ -183,13 +174,7 @@ protected:
     }
 
     kxhost::SampleLibrary sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = sample.library;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
     ResourceTexts texts;
-    ResourceCounts before{};
     std::string shown;
 };
 
