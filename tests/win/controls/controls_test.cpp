@@ -80,10 +80,7 @@ protected:
     }
     void TearDown() override {
         ::DestroyWindow(parent);
-        const kxtest::ResourceCounts after = kxtest::CountResources();
-        EXPECT_EQ(before.windows, after.windows);
-        EXPECT_EQ(before.gdiObjects, after.gdiObjects);
-        EXPECT_EQ(before.userObjects, after.userObjects);
+        EXPECT_EQ("", kxtest::Leftovers(before));
     }
     // The platform's first windows, paints and icons make objects it keeps for the process: they
     // are made once before counting.
@@ -251,9 +248,7 @@ TEST(FlatButtonInADialog, TheDialogHandsWmDrawItemToTheButton) {
         EXPECT_EQ(kIconColor, drawn);
         EXPECT_EQ(nullptr, dlg.m_flat.GetIcon()) << "gone with the window";
     }
-    const kxtest::ResourceCounts after = kxtest::CountResources();
-    EXPECT_EQ(before.windows, after.windows);
-    EXPECT_EQ(before.gdiObjects, after.gdiObjects);
+    EXPECT_EQ("", kxtest::Leftovers(before));
 }
 
 // A parent whose window object offers the art menu, and counts the context menus it receives.

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "resources/dialogs/message_box_ids.h"
@@ -29,6 +28,17 @@ const wchar_t kLong[] =
 
 int Height(const RECT& rc) { return rc.bottom - rc.top; }
 
+// Height of `text` broken into the width of `rc` in the given font (the measuring the box does).
+int WrappedHeight(HFONT font, const RECT& rc, const std::wstring& text) {
+    RECT calc = {0, 0, rc.right - rc.left, 0};
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, font);
+    DrawTextW(dc, text.c_str(), -1, &calc, DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    return calc.bottom;
+}
+
 // The platform's icon in the picture control; null while the skin draws the picture.
 HICON IconOf(HWND dlg) { return reinterpret_cast<HICON>(SendDlgItemMessageW(dlg, kIcon, STM_GETICON, 0, 0)); }
 
@@ -49,10 +59,7 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        ResourceCounts a = CountResources(), &b = before;
-        EXPECT_EQ(std::tie(b.windows, b.gdiObjects, b.userObjects, b.taskMemBlocks),
-                  std::tie(a.windows, a.gdiObjects, a.userObjects, a.taskMemBlocks))
-            << "windows, GDI objects, USER objects and CoTaskMem blocks left behind";
+        EXPECT_EQ("", Leftovers(before));
         if (owner) DestroyWindow(owner);
         if (resource) resource->Release();
     }
@@ -134,13 +141,7 @@ TEST_F(MessageBoxThroughPlugin, ALongMessageGrowsTheDialogAndTheTextByTheMeasure
                   m.caption = ItemRect(dlg, kCaption);
                   m.text = ItemRect(dlg, kText);
                   m.first = ItemRect(dlg, kFirst);
-                  RECT calc = {0, 0, m.text.right - m.text.left, 0};
-                  HDC dc = CreateCompatibleDC(nullptr);
-                  HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(dlg, WM_GETFONT, 0, 0)));
-                  DrawTextW(dc, kLong, -1, &calc, DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
-                  SelectObject(dc, old);
-                  DeleteDC(dc);
-                  m.needed = calc.bottom;
+                  m.needed = WrappedHeight(reinterpret_cast<HFONT>(SendMessageW(dlg, WM_GETFONT, 0, 0)), m.text, kLong);
               })
             .Close();
         Show(run ? kLong : L"", L"Not saved", MB_ICONHAND);
@@ -153,17 +154,6 @@ TEST_F(MessageBoxThroughPlugin, ALongMessageGrowsTheDialogAndTheTextByTheMeasure
     EXPECT_EQ(plain.text.top, grown.text.top) << "the message keeps its top";
     EXPECT_TRUE(EqualRect(&plain.caption, &grown.caption)) << "the caption stays";
     EXPECT_EQ(plain.first.top + extra + 4, grown.first.top) << "the template's layout keeps the buttons at the bottom";
-}
-
-// Height of `text` broken into the width of `rc` in the given font (the measuring the box does).
-int WrappedHeight(HFONT font, const RECT& rc, const std::wstring& text) {
-    RECT calc = {0, 0, rc.right - rc.left, 0};
-    HDC dc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(dc, font);
-    DrawTextW(dc, text.c_str(), -1, &calc, DT_CALCRECT | DT_EXTERNALLEADING | DT_WORDBREAK);
-    SelectObject(dc, old);
-    DeleteDC(dc);
-    return calc.bottom;
 }
 
 // The caption is drawn bold, so it is measured bold: a caption that wraps only in bold still

@@ -120,9 +120,10 @@ TEST_F(NameDialogThroughPlugin, EveryKindOpensInBothModesWithItsTextsAndPicture)
     for (const std::string& line : attaches) EXPECT_NE(std::string::npos, line.find(" file=IDD_DIALOG_NEWNAME.ini "));
 }
 
-// Unknown kinds and modes close by themselves; a name that cannot be copied out leaves null.
+// A name that cannot be copied out leaves null. (Unknown kinds and modes, and a null out pointer,
+// are rows of the hostile host's table.)
 TEST_F(NameDialogThroughPlugin, EachWayOutGivesItsCodeAndName) {
-    enum Action { ClickOk, Return, ClickCancel, Escape, CloseBox, Nothing, OkWithoutMemory };
+    enum Action { ClickOk, Return, ClickCancel, Escape, CloseBox, OkWithoutMemory };
     const struct {
         int kind, mode;
         const wchar_t* initial;
@@ -139,10 +140,6 @@ TEST_F(NameDialogThroughPlugin, EachWayOutGivesItsCodeAndName) {
         {1, 2, L"Old", L"New", Escape, kCancelled, L"untouched"},
         {1, 2, L"Old", L"New", CloseBox, kCancelled, L"untouched"},
         {1, 1, nullptr, L"Lost", OkWithoutMemory, E_OUTOFMEMORY, L"(null)"},
-        {0, 1, L"x", L"", Nothing, kCancelled, L"untouched"},
-        {15, 1, L"x", L"", Nothing, kCancelled, L"untouched"},
-        {1, 0, L"x", L"", Nothing, kCancelled, L"untouched"},
-        {1, 3, L"x", L"", Nothing, kCancelled, L"untouched"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "kind " << c.kind << " mode " << c.mode << " action " << c.action);
@@ -160,7 +157,6 @@ TEST_F(NameDialogThroughPlugin, EachWayOutGivesItsCodeAndName) {
         kxhost::ResetTaskMemFailures();
         EXPECT_FALSE(driver.timedOut());
     }
-    EXPECT_EQ(E_INVALIDARG, Show(1, 1, nullptr, nullptr)) << "nowhere to put the name: no dialog";
 }
 
 // A typed character past 255 characters is taken back; a paste past them stays in the field

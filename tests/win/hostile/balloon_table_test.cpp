@@ -36,12 +36,6 @@ struct Row {
     size_t textLength = 4;  // characters of the tip's text and title
 };
 
-std::string Hex(HRESULT hr) {
-    char b[16];
-    wsprintfA(b, "0x%08lx", static_cast<unsigned long>(hr));
-    return b;
-}
-
 MSG Message(HWND hwnd, UINT message) {
     MSG m = {};
     m.hwnd = hwnd;

@@ -1,4 +1,7 @@
+// What the hostile-host tables share.
 #include "tests/win/hostile/hostile_support.h"
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <map>
@@ -32,6 +35,32 @@ const void* GuardedPages::PlaceAtEnd(const void* data, size_t bytes) {
     std::memcpy(EndOfReadable(bytes), data, bytes);
     VirtualProtect(m_base, m_page, PAGE_READONLY, &old);
     return EndOfReadable(bytes);
+}
+
+bool HostileHost::Open(const PluginLibrary& plugin) {
+    sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
+    if (Lib().GetRootFolder(&root) != S_OK || Lib().CreateSite(&site) != S_OK ||
+        Lib().CreateTrackList(sample.playlists[0], &given) != S_OK)
+        return false;
+    track = Lib().NewPidl(sample.tracks[0]);
+    track2 = Lib().NewPidl(sample.tracks[1]);
+    picture = Lib().NewPidl(sample.pictures[0]);
+    video = Lib().NewPidl(sample.videos[0]);
+    return plugin.Create(&res) == S_OK;
+}
+
+void HostileHost::Close() {
+    if (res) res->Release();
+    for (KxPidl p : {track, track2, picture, video}) CoTaskMemFree(p);
+    for (IUnknown* o : std::initializer_list<IUnknown*>{given, site, root})
+        if (o) o->Release();
+    EXPECT_EQ(0, Lib().OutstandingReferences()) << Lib().DescribeLiveObjects();
+}
+
+std::string Hex(HRESULT hr) {
+    char b[16];
+    wsprintfA(b, "0x%08lx", static_cast<unsigned long>(hr));
+    return b;
 }
 
 HWND DestroyedWindow() {

@@ -7,7 +7,10 @@
 
 #include <string>
 
+#include "host/library/sample_library.h"
+#include "kx/IKxCommonResource.h"
 #include "kx/KxContentTree.h"
+#include "tests/win/common/plugin_loader.h"
 
 namespace kxtest {
 
@@ -40,6 +43,30 @@ const std::wstring& LongText(size_t count);
 // record whose length runs past the end of its block, into memory that cannot be read.
 KxPcPidl EmptyPidl();
 KxPcPidl OverlongPidl();
+
+// What a table calls into: the plug-in object and a sample library with its root folder, its site,
+// the first playlist's track list and the identifiers of two tracks, a picture and a video.
+struct HostileHost {
+    IKxCommonResource* res = nullptr;
+    kxhost::SampleLibrary sample;
+    IKxContentFolder* root = nullptr;
+    IKxContentSite* site = nullptr;
+    IKxTrackList* given = nullptr;
+    KxPidl track = nullptr, track2 = nullptr, picture = nullptr, video = nullptr;
+
+    kxhost::InMemoryLibrary& Lib() const { return *sample.library; }
+    // Builds the library and its objects and creates the plug-in's object; false when one failed.
+    bool Open(const PluginLibrary& plugin);
+    // Releases all of it; what the library still counts is a fixture's failure.
+    void Close();
+    template <typename T>
+    T* ReadOnlyOut() const {
+        return static_cast<T*>(GuardedPages::Get().ReadOnly());
+    }
+};
+
+// A status code as "0x" and 8 hex digits.
+std::string Hex(HRESULT hr);
 
 // While it lives, every dialog of this thread is sent WM_CLOSE as soon as it is visible and
 // enabled (a dialog under a nested one waits for it); counts the dialogs it dismissed. With a

@@ -29,14 +29,7 @@ using kxhost::Op;
 
 const HRESULT kCancelled = HRESULT_FROM_WIN32(ERROR_CANCELLED);
 
-struct Host {
-    IKxCommonResource* res = nullptr;
-    kxhost::SampleLibrary sample;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    IKxTrackList* given = nullptr;  // the add-music dialog's list of the host
-    KxPidl track = nullptr, track2 = nullptr, picture = nullptr, video = nullptr;
-};
+using Host = HostileHost;
 
 struct DialogRow {
     std::string name;
@@ -86,35 +79,14 @@ std::vector<DialogRow> Dialogs() {
     };
 }
 
-std::string Hex(HRESULT hr) {
-    char b[16];
-    wsprintfA(b, "0x%08lx", static_cast<unsigned long>(hr));
-    return b;
-}
-
 class HostileLibrary : public ::testing::Test {
 protected:
     void SetUp() override {
         WatchTaskMemory();
-        h.sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
-        kxhost::InMemoryLibrary& lib = Lib();
-        ASSERT_EQ(S_OK, lib.GetRootFolder(&h.root));
-        ASSERT_EQ(S_OK, lib.CreateSite(&h.site));
-        ASSERT_EQ(S_OK, lib.CreateTrackList(h.sample.playlists[0], &h.given));
-        h.track = lib.NewPidl(h.sample.tracks[0]);
-        h.track2 = lib.NewPidl(h.sample.tracks[1]);
-        h.picture = lib.NewPidl(h.sample.pictures[0]);
-        h.video = lib.NewPidl(h.sample.videos[0]);
-        ASSERT_EQ(S_OK, plugin.Create(&h.res));
+        ASSERT_TRUE(h.Open(plugin));
     }
-    void TearDown() override {
-        if (h.res) h.res->Release();
-        for (KxPidl p : {h.track, h.track2, h.picture, h.video}) CoTaskMemFree(p);
-        for (IUnknown* o : std::initializer_list<IUnknown*>{h.given, h.site, h.root})
-            if (o) o->Release();
-        EXPECT_EQ(0, Lib().OutstandingReferences()) << Lib().DescribeLiveObjects();
-    }
-    kxhost::InMemoryLibrary& Lib() { return *h.sample.library; }
+    void TearDown() override { h.Close(); }
+    kxhost::InMemoryLibrary& Lib() { return h.Lib(); }
 
     // The view each dialog walks: a few items of the kind it shows.
     void SetView(const DialogRow& row) {

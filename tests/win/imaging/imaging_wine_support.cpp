@@ -14,34 +14,7 @@ namespace kxtest {
 
 using namespace kxgdip;
 
-std::wstring TestImage(const char* name) {
-    std::wstring path = L"Z:";
-    for (const char* p = KX_TEST_IMAGES; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
-    path += L'\\';
-    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
-    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-        ADD_FAILURE() << "test image " << name << " is missing from " << KX_TEST_IMAGES
-                      << ": the ctest fixture imaging_test_images fetches it (cmake/fetch-test-images.sh)";
-    return path;
-}
-
-std::vector<BYTE> FileBytes(const std::wstring& path) {
-    std::vector<BYTE> bytes;
-    FILE* file = _wfopen(path.c_str(), L"rb");
-    if (!file) return bytes;
-    BYTE buffer[65536];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof(buffer), file)) > 0) bytes.insert(bytes.end(), buffer, buffer + n);
-    fclose(file);
-    return bytes;
-}
-
-bool PutFileBytes(const std::wstring& path, const std::vector<BYTE>& bytes) {
-    FILE* file = _wfopen(path.c_str(), L"wb");
-    if (!file) return false;
-    const bool ok = bytes.empty() || fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    return fclose(file) == 0 && ok;
-}
+std::wstring TestImage(const char* name) { return FixtureFile(KX_TEST_IMAGES, name); }
 
 std::vector<std::wstring> FolderFiles(const std::wstring& folder) {
     std::vector<std::wstring> names;
@@ -60,10 +33,8 @@ std::vector<std::wstring> FolderFiles(const std::wstring& folder) {
 namespace {
 
 std::wstring MakeFolder(const wchar_t* prefix) {
-    WCHAR temp[MAX_PATH];
-    GetTempPathW(MAX_PATH, temp);
     WCHAR name[MAX_PATH];
-    swprintf(name, MAX_PATH, L"%ls%ls%lu_%lu\\", temp, prefix, GetCurrentProcessId(), GetTickCount());
+    swprintf(name, MAX_PATH, L"%ls%ls%lu_%lu\\", TempFolder().c_str(), prefix, GetCurrentProcessId(), GetTickCount());
     CreateDirectoryW(name, nullptr);
     return name;
 }

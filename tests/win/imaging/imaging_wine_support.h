@@ -7,6 +7,7 @@
 #include "imaging/win32/art_files_win32.h"
 #include "imaging/win32/gdiplus_flat_win32.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/imaging/no_metadata_as_windows.h"
 
 #include <gtest/gtest.h>
@@ -73,8 +74,8 @@ public:
 
 // A fetched photograph or test file (fails the test when it is missing).
 std::wstring TestImage(const char* name);
-std::vector<BYTE> FileBytes(const std::wstring& path);
-bool PutFileBytes(const std::wstring& path, const std::vector<BYTE>& bytes);
+inline std::vector<BYTE> FileBytes(const std::wstring& path) { return ReadFileBytes(path); }
+inline bool PutFileBytes(const std::wstring& path, const std::vector<BYTE>& bytes) { return WriteFileBytes(path, bytes); }
 // Names in a folder, sorted.
 std::vector<std::wstring> FolderFiles(const std::wstring& folder);
 

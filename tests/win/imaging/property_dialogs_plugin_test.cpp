@@ -21,8 +21,9 @@
 #include "resources/dialogs/image_property_ids.h"
 #include "resources/dialogs/video_property_ids.h"
 #include "tests/win/common/dialog_driver.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/common/test_files.h"
 
 namespace kxtest {
 namespace {
@@ -38,12 +39,7 @@ const int kVideoList = KX_IDC_VIDEOPROP_LIST, kVideoPrevious = KX_IDC_VIDEOPROP_
           kVideoPreview = KX_IDC_VIDEOPROP_PREVIEW;
 
 // A photograph fetched by the imaging_images fixture.
-std::wstring TestImage(const char* name) {
-    std::wstring path;
-    for (const char* p = KX_TEST_IMAGES "/"; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
-    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
-    return path;
-}
+std::wstring TestImage(const char* name) { return FixtureFile(KX_TEST_IMAGES, name); }
 
 std::string Narrow(const std::wstring& s) { return std::string(s.begin(), s.end()); }
 
@@ -124,29 +120,16 @@ int ColourDistance(DWORD a, DWORD b) {
     return worst;
 }
 
-class PropertyDialogsThroughPlugin : public ::testing::Test {
+class PropertyDialogsThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        lib = sample.library;
+        OpenHost();
         lib->SetView({sample.pictures[0]}, 0);
         // a first dialog of each kind pays for what the process keeps once
         RunImage(sample.pictures[0], [](DialogDriver& d) { d.Click(kImageClose); });
         RunVideo(sample.videos[0], [](DialogDriver& d) { d.Click(kVideoClose); });
         before = CountResources();
-    }
-    void TearDown() override {
-        const ResourceCounts after = CountResources();
-        EXPECT_EQ(before.windows, after.windows) << "windows left behind";
-        EXPECT_EQ(before.gdiObjects, after.gdiObjects) << "GDI objects left behind";
-        EXPECT_EQ(before.userObjects, after.userObjects) << "USER objects left behind";
-        EXPECT_EQ(before.taskMemBlocks, after.taskMemBlocks) << "CoTaskMem blocks left behind";
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
     std::string Run(bool video, ItemId item, const std::function<void(DialogDriver&)>& script) {
@@ -158,9 +141,7 @@ protected:
         CoTaskMemFree(pidl);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
         EXPECT_EQ(driver.stepCount(), driver.stepsDone());
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
-        return code;
+        return HrText(hr);
     }
     std::string RunImage(ItemId item, const std::function<void(DialogDriver&)>& script) {
         return Run(false, item, script);
@@ -193,13 +174,7 @@ protected:
     }
 
     kxhost::SampleLibrary sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = sample.library;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
     ResourceTexts texts;
-    ResourceCounts before{};
     std::string shown;
 };
 
@@ -256,7 +231,8 @@ TEST_F(PropertyDialogsThroughPlugin, PictureWithEveryKeyShowsTheTablesRowsAndIts
 TEST_F(PropertyDialogsThroughPlugin, PhotographsInEachOrientationShowAsTheTableTurnsThem) {
     // One photograph of 50 x 70, stored in each of the eight orientations; the orientation comes
     // from the host's property (Wine's GDI+ reads no metadata). The table's turns put 3, 6 and 8
-    // the right way up. It turns the mirrored ones (2, 4, 5, 7) without a flip, or flips 5
+    // the right way up. It turns the mirrored ones (2, 4, 5, 7) without a flip (4 as 2: one row
+    // stands for both), or flips 5
     // without a turn, so those come out 70 x 50, each preview pixel taken from the upright
     // photograph's pixel below.
     const struct {
@@ -266,7 +242,6 @@ TEST_F(PropertyDialogsThroughPlugin, PhotographsInEachOrientationShowAsTheTableT
     } cases[] = {
         {1, true, nullptr}, {3, true, nullptr}, {6, true, nullptr}, {8, true, nullptr},
         {2, false, [](LONG x, LONG y) { return POINT{49 - y, 69 - x}; }},
-        {4, false, [](LONG x, LONG y) { return POINT{49 - y, 69 - x}; }},
         {5, false, [](LONG x, LONG y) { return POINT{y, 69 - x}; }},
         {7, false, [](LONG x, LONG y) { return POINT{y, x}; }},
     };

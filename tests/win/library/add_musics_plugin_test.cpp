@@ -15,7 +15,7 @@
 #include "host/library/sample_library.h"
 #include "resources/dialogs/add_musics_ids.h"
 #include "tests/win/common/dialog_driver.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 
 namespace kxtest {
 namespace {
@@ -84,26 +84,16 @@ void Drag(HWND dlg, int id, int row, int toId, POINT to) {
     PostMessageW(list, WM_LBUTTONUP, 0, At(to));
 }
 
-class AddMusicsThroughPlugin : public ::testing::Test {
+class AddMusicsThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
         sample = kxhost::BuildSampleLibrary(kxhost::DefaultSampleOptions());
-        lib = sample.library.get();
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        lib = sample.library;
+        OpenHost();
         // what the process keeps once: the lists' first drawing, a drag image, a menu, a search
         Run([&](DialogDriver& d) { Gestures(d, &warmUpChosen, nullptr); });
         Run([&](DialogDriver& d) { Walk(d, nullptr); });
         before = CountResources();
-    }
-    void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        site->Release();
-        root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
     }
 
     // Runs the dialog under a script; the status, and the items handed back (freed here).
@@ -207,12 +197,6 @@ protected:
     Seen warmUpSeen;
     std::vector<ItemId> warmUpChosen;
     kxhost::SampleLibrary sample;
-    kxhost::InMemoryLibrary* lib = nullptr;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
 };
 
 TEST_F(AddMusicsThroughPlugin, EveryGestureHandsBackTheRowsInTheOrderShown) {

@@ -14,6 +14,7 @@
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/plugin_loader.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/common/test_files.h"
 
 namespace kxtest {
 namespace {
@@ -83,9 +84,7 @@ protected:
                                      : resource->ShowAddToPlaylistDialog(nullptr, folder, initial, &pidl, &name);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
         EXPECT_EQ(driver.stepCount(), driver.stepsDone());
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X ", static_cast<unsigned>(hr));
-        std::string got = code;
+        std::string got = HrText(hr) + " ";
         got += pidl == kUntouchedPidl ? "untouched" : pidl ? Narrow(lib->NameOf(lib->ItemOf(pidl))) : "-";
         got += name == kUntouchedName ? " untouched" : name ? " '" + Narrow(name) + "'" : " -";
         if (pidl != kUntouchedPidl) CoTaskMemFree(pidl);

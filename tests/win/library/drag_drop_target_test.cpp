@@ -157,9 +157,7 @@ protected:
         DeleteFileW(other.c_str());
         RemoveDirectoryW(folder.c_str());
         EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(folder.c_str()));
-        const kxtest::ResourceCounts after = kxtest::CountResources();
-        EXPECT_EQ(before.windows, after.windows);
-        EXPECT_EQ(before.gdiObjects, after.gdiObjects);
+        EXPECT_EQ("", kxtest::Leftovers(before));
         OleUninitialize();
     }
     DWORD Enter(IDataObject* data, DWORD allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE) {

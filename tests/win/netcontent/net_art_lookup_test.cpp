@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,6 +15,7 @@
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tags/win32/net_art_lookup.h"
 #include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/netcontent/loopback_server.h"
 
 namespace {
@@ -135,9 +135,7 @@ protected:
                                         nullptr, wc.hInstance, nullptr);
         SetWindowLongPtrW(owner_.window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&owner_));
         owner_.lookup = &lookup_;
-        wchar_t temp[MAX_PATH];
-        GetTempPathW(MAX_PATH, temp);
-        folder_ = std::wstring(temp) + L"kxlookup-" + std::to_wstring(GetCurrentProcessId());
+        folder_ = kxtest::TempFolder() + L"kxlookup-" + std::to_wstring(GetCurrentProcessId());
         CreateDirectoryW(folder_.c_str(), nullptr);
     }
     void TearDown() override {
@@ -155,7 +153,7 @@ protected:
     }
     std::wstring File(const std::wstring& name, const std::string& bytes) {
         const std::wstring path = folder_ + L"\\" + name;
-        std::ofstream(path.c_str(), std::ios::binary).write(bytes.data(), bytes.size());
+        EXPECT_TRUE(kxtest::WriteFileBytes(path, std::vector<BYTE>(bytes.begin(), bytes.end())));
         files_.push_back(path);
         return path;
     }

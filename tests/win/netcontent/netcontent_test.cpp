@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -17,6 +16,7 @@
 #include "netcontent/client_code.h"
 #include "netcontent/net_content_mgr.h"
 #include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/netcontent/loopback_server.h"
 #include "vnintrfu/vn_result.h"
 
@@ -81,10 +81,6 @@ struct StartRecord {
     }
 };
 
-void WriteFile(const std::wstring& path, const std::string& bytes) {
-    std::ofstream(path.c_str(), std::ios::binary).write(bytes.data(), bytes.size());
-}
-
 class NetContent : public ::testing::Test {
 protected:
     static void SetUpTestSuite() { ASSERT_EQ(RunRegsvr32(L"KxNetContent.dll"), 0u); }
@@ -99,9 +95,7 @@ protected:
         ASSERT_EQ(create_(&CLSID_NetContentMgr, nullptr, 0, &IID_INetContentMgr, mgr_.PutVoid()), VnIntrfcOk);
         ASSERT_TRUE(mgr_);
         ASSERT_EQ(mgr_->QueryInterface(IID_INetContentLookup, lookup_.PutVoid()), S_OK);
-        wchar_t temp[MAX_PATH];
-        GetTempPathW(MAX_PATH, temp);
-        folder_ = std::wstring(temp) + L"kxnet-" + std::to_wstring(GetCurrentProcessId());
+        folder_ = kxtest::TempFolder() + L"kxnet-" + std::to_wstring(GetCurrentProcessId());
         CreateDirectoryW(folder_.c_str(), nullptr);
         album_ = folder_ + L"\\Album X";
         CreateDirectoryW(album_.c_str(), nullptr);
@@ -130,7 +124,7 @@ protected:
     }
     std::wstring File(const std::wstring& name, const std::string& bytes) {
         const std::wstring path = album_ + L"\\" + name;
-        WriteFile(path, bytes);
+        EXPECT_TRUE(kxtest::WriteFileBytes(path, std::vector<BYTE>(bytes.begin(), bytes.end())));
         files_.push_back(path);
         return path;
     }
@@ -194,12 +188,6 @@ TEST_F(NetContent, RegisteredAndStartedOnlyWithAConsistentRecord) {
     EXPECT_EQ(lookup_->RequestArtwork(1, 2, nullptr, 0, 0, 5, 0, 0, 0, 0, 0), kNetContentBadArgument);
 }
 
-std::wstring RealMp3() {
-    std::wstring path = L"Z:";
-    for (const char* p = KX_NETCONTENT_TEST_FILES "/BeatThee.mp3"; *p; ++p) path += *p == '/' ? L'\\' : wchar_t(*p);
-    return path;
-}
-
 TEST_F(NetContent, LooksBesideTheTrackThenInItsTags) {
     const std::string jpeg = "\xFF\xD8\xFF\xE0 cover \xFF\xD9";
     const std::string png = "\x89PNG folder";
@@ -220,7 +208,7 @@ TEST_F(NetContent, LooksBesideTheTrackThenInItsTags) {
     Start();
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        std::wstring track = RealMp3();
+        std::wstring track = kxtest::FixtureFile(KX_NETCONTENT_TEST_FILES, "BeatThee.mp3");
         for (size_t i = 0; i < c.files.size(); ++i) {
             const std::wstring path = File(c.files[i].first, c.files[i].second);
             if (i == 0) track = path;

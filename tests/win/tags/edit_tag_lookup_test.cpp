@@ -10,14 +10,15 @@
 
 #include <cstdio>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "host/library/in_memory_library.h"
 #include "host/library/jpeg_encoder.h"
 #include "resources/dialogs/edit_single_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/netcontent/loopback_server.h"
 
 namespace kxtest {
@@ -62,16 +63,13 @@ std::string Held(HWND dlg) {
     return out;
 }
 
-class EditTagLookup : public ::testing::Test {
+class EditTagLookup : public PluginDialogTest {
 protected:
     static void SetUpTestSuite() { ASSERT_EQ(RunRegsvr32(L"KxNetContent.dll"), 0u); }
     static void TearDownTestSuite() { EXPECT_EQ(RunRegsvr32(L"/u KxNetContent.dll"), 0u); }
 
     void SetUp() override {
-        WatchTaskMemory();
-        WCHAR temp[MAX_PATH] = {};
-        GetTempPathW(MAX_PATH, temp);
-        folder = std::wstring(temp) + L"kx-lookup-" + std::to_wstring(GetCurrentProcessId());
+        folder = TempFolder() + L"kx-lookup-" + std::to_wstring(GetCurrentProcessId());
         CreateDirectoryW(folder.c_str(), nullptr);
         typedef kxhost::PropertyValue V;
         for (LPCWSTR name : {L"one", L"two"}) {
@@ -82,9 +80,7 @@ protected:
                 lib->SetValue(tracks.back(), *p.first, p.second, kxhost::kReadWrite);
             Write(folder + L"\\" + name + L".mp3", {'n', 'o', ' ', 't', 'a', 'g'});
         }
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        OpenHost();
         {
             // what the process keeps once: the dialog's classes, the menu's font, the component
             DialogDriver warmup;
@@ -96,23 +92,13 @@ protected:
         before = CountResources();
     }
     void TearDown() override {
-        ResourceCounts a = CountResources(), &b = before;
-        EXPECT_EQ(std::tie(b.windows, b.gdiObjects, b.userObjects, b.taskMemBlocks),
-                  std::tie(a.windows, a.gdiObjects, a.userObjects, a.taskMemBlocks))
-            << "windows, GDI objects, USER objects and CoTaskMem blocks left behind";
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
+        PluginDialogTest::TearDown();
         for (const std::wstring& f : files) DeleteFileW(f.c_str());
         RemoveDirectoryW(folder.c_str());
         EXPECT_EQ(GetFileAttributesW(folder.c_str()), INVALID_FILE_ATTRIBUTES);
     }
     void Write(const std::wstring& path, const std::vector<BYTE>& bytes) {
-        FILE* f = _wfopen(path.c_str(), L"wb");
-        ASSERT_TRUE(f);
-        fwrite(bytes.data(), 1, bytes.size(), f);
-        fclose(f);
+        ASSERT_TRUE(WriteFileBytes(path, bytes));
         files.push_back(path);
     }
     std::string Run(int index, DialogDriver& driver) {
@@ -121,9 +107,7 @@ protected:
         const HRESULT hr = resource->ShowEditTagDialog(nullptr, site, root, 1, const_cast<const KxPcPidl*>(&pidl));
         CoTaskMemFree(pidl);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
-        return code;
+        return HrText(hr);
     }
     std::string Writes() {
         std::string out;
@@ -135,15 +119,9 @@ protected:
         return out;
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
     std::vector<kxhost::ItemId> tracks;
     std::wstring folder;
     std::vector<std::wstring> files;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
 };
 
 TEST_F(EditTagLookup, ACoverBesideTheTrackIsShownAndWrittenNothingFoundRemovesTheArt) {

@@ -13,15 +13,15 @@
 #include <cstdio>
 #include <functional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "host/library/in_memory_library.h"
 #include "resources/dialogs/edit_multiple_tags_ids.h"
 #include "tests/win/common/dialog_driver.h"
 #include "tests/win/common/nested_dialogs.h"
-#include "tests/win/common/plugin_loader.h"
+#include "tests/win/common/plugin_dialog_test.h"
 #include "tests/win/common/skin_recorder.h"
+#include "tests/win/common/test_files.h"
 #include "tests/win/tags/picture_text.h"
 #include "tests/unit/tags/write_log_text.h"
 
@@ -46,29 +46,10 @@ std::string Ticked(HWND dlg) {
     return out;
 }
 
-std::wstring TestImage(const char* name) {
-    std::wstring path = L"Z:";
-    for (const char* p = KX_TEST_IMAGES "/"; *p; ++p) path += *p == '/' ? L'\\' : static_cast<WCHAR>(*p);
-    for (const char* p = name; *p; ++p) path += static_cast<WCHAR>(*p);
-    return path;
-}
-
-std::vector<BYTE> FileBytes(const std::wstring& path) {
-    std::vector<BYTE> bytes;
-    FILE* file = _wfopen(path.c_str(), L"rb");
-    if (!file) return bytes;
-    BYTE buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, file)) > 0) bytes.insert(bytes.end(), buffer, buffer + n);
-    fclose(file);
-    return bytes;
-}
-
 // Three tracks with every tag writable and art of their own.
-class MulEditTagThroughPlugin : public ::testing::Test {
+class MulEditTagThroughPlugin : public PluginDialogTest {
 protected:
     void SetUp() override {
-        WatchTaskMemory();
         for (LPCWSTR name : {L"Zed", L"Beta"}) lib->AddContainer(ItemKind::Artist, name);
         typedef kxhost::PropertyValue V;
         for (int i = 0; i < 3; ++i) {
@@ -82,9 +63,7 @@ protected:
                 lib->SetValue(tracks.back(), *p.first, p.second, kxhost::kReadWrite);
         }
         lib->SetView(tracks, 0);
-        ASSERT_EQ(S_OK, lib->GetRootFolder(&root));
-        ASSERT_EQ(S_OK, lib->CreateSite(&site));
-        ASSERT_EQ(S_OK, plugin.Create(&resource));
+        OpenHost();
         {
             // what the process keeps once: the dialog's classes, the first skinned balloon, the
             // hand cursor of the store link and the shell's icons and lists of the file dialog
@@ -101,13 +80,6 @@ protected:
         lib->ClearWrites();
         before = CountResources();
     }
-    void TearDown() override {
-        EXPECT_EQ("", Leftovers(before));
-        if (resource) resource->Release();
-        if (site) site->Release();
-        if (root) root->Release();
-        EXPECT_EQ(0, lib->OutstandingReferences()) << lib->DescribeLiveObjects();
-    }
 
     // Runs the dialog on all the tracks with the script; the code as 8 hex digits.
     std::string Run(DialogDriver& driver) {
@@ -118,9 +90,7 @@ protected:
         for (KxPidl p : pidls) CoTaskMemFree(p);
         EXPECT_FALSE(driver.timedOut()) << "the script did not close the dialog";
         EXPECT_EQ(driver.stepCount(), driver.stepsDone());
-        char code[12];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(hr));
-        return code;
+        return HrText(hr);
     }
     // The writes since the last call; every value but the art came through SetProperties.
     std::string Writes() {
@@ -132,13 +102,7 @@ protected:
         return TakeWritesText(*lib, tracks);
     }
 
-    std::shared_ptr<kxhost::InMemoryLibrary> lib = kxhost::InMemoryLibrary::Create();
     std::vector<kxhost::ItemId> tracks;
-    IKxContentFolder* root = nullptr;
-    IKxContentSite* site = nullptr;
-    PluginLibrary plugin;
-    IKxCommonResource* resource = nullptr;
-    ResourceCounts before{};
 };
 
 TEST_F(MulEditTagThroughPlugin, EachChangeTicksItsOwnBoxAndCancelWritesNothing) {
@@ -202,9 +166,7 @@ TEST_F(MulEditTagThroughPlugin, OkWritesTheTickedFieldsToEveryItemAndNothingElse
 // is re-encoded with its metadata copied, which Wine's imaging cannot do: the imaging tests cover
 // that path.) Remove then takes the art out of every item.
 TEST_F(MulEditTagThroughPlugin, APhotographGoesToAllItemsAndRemoveTakesArtFromAll) {
-    const std::wstring photo = TestImage("orientation_1.jpg");
-    ASSERT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(photo.c_str()))
-        << "the ctest fixture imaging_test_images fetches it (cmake/fetch-test-images.sh)";
+    const std::wstring photo = FixtureFile(KX_TEST_IMAGES, "orientation_1.jpg");
     std::string ticked;
     bool removeEnabled = false;
     DialogDriver add;
@@ -223,7 +185,7 @@ TEST_F(MulEditTagThroughPlugin, APhotographGoesToAllItemsAndRemoveTakesArtFromAl
     const auto first = lib->Value(tracks[0], KxPropAlbumArt);
     ASSERT_TRUE(first);
     EXPECT_EQ("JPEG 50x70", DescribePicture(first->bytes));
-    EXPECT_TRUE(first->bytes == FileBytes(photo)) << "the file's exact bytes";
+    EXPECT_TRUE(first->bytes == ReadFileBytes(photo)) << "the file's exact bytes";
     for (kxhost::ItemId t : tracks) EXPECT_TRUE(lib->Value(t, KxPropAlbumArt)->bytes == first->bytes);
 
     DialogDriver remove;

@@ -26,9 +26,7 @@ protected:
     }
     void TearDown() override {
         ::DestroyWindow(parent.Detach());
-        const kxtest::ResourceCounts after = kxtest::CountResources();
-        EXPECT_EQ(before.windows, after.windows);
-        EXPECT_EQ(before.userObjects, after.userObjects);
+        EXPECT_EQ("", kxtest::Leftovers(before));
     }
     // A child control of the parent, bound to `control`.
     void Make(CWnd& control, LPCWSTR className, DWORD style) {

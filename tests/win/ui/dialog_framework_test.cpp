@@ -147,10 +147,7 @@ TEST_F(DialogFramework, KeysCommandsNotificationsAndWmCloseReachTheirHandlersBef
         EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(button));
         EXPECT_EQ(0u, CWnd::TemporaryObjectCount()) << "the temporary map was emptied";
     }
-    kxtest::ResourceCounts after = kxtest::CountResources();
-    EXPECT_EQ(before.windows, after.windows);
-    EXPECT_EQ(before.gdiObjects, after.gdiObjects);
-    EXPECT_EQ(before.userObjects, after.userObjects);
+    EXPECT_EQ("", kxtest::Leftovers(before));
 }
 
 // A control whose handler runs out of memory setting its text, and a dialog whose command
