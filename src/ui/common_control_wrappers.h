@@ -79,6 +79,10 @@ public:
         return static_cast<BOOL>(SendMessage(TB_GETRECT, nID, reinterpret_cast<LPARAM>(lpRect)));
     }
     int GetHotItem() const { return static_cast<int>(SendMessage(TB_GETHOTITEM)); }
+    int SetHotItem(int nHot) { return static_cast<int>(SendMessage(TB_SETHOTITEM, static_cast<WPARAM>(nHot))); }
+    BOOL GetButton(int nIndex, TBBUTTON* lpButton) const {
+        return static_cast<BOOL>(SendMessage(TB_GETBUTTON, static_cast<WPARAM>(nIndex), reinterpret_cast<LPARAM>(lpButton)));
+    }
     // The button's index, -1 when there is none; the caller sets cbSize and dwMask.
     int GetButtonInfo(UINT nID, TBBUTTONINFOW* ptbbi) const {
         return static_cast<int>(SendMessage(TB_GETBUTTONINFOW, nID, reinterpret_cast<LPARAM>(ptbbi)));

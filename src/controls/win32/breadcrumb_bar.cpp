@@ -108,7 +108,54 @@ LRESULT CBreadCrumbBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         OnCrumbCommand(wParam);
         return 0;
     }
+    // The keyboard: with the focus the highlight starts on the last crumb (the folder shown), Left
+    // and Right move it (the tool bar's own handling), Enter or Space opens the highlighted crumb's
+    // folder as a click does, Down, F4 or Alt+Down opens its drop-down menu.
+    switch (message) {
+    case WM_GETDLGCODE: {
+        LRESULT code = Default() | DLGC_WANTARROWS;
+        const MSG* msg = reinterpret_cast<const MSG*>(lParam);
+        if (msg && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN) code |= DLGC_WANTMESSAGE;
+        return code;
+    }
+    case WM_SETFOCUS: {
+        const LRESULT result = Default();  // the tool bar lights its first button
+        if (GetButtonCount() > 0) SetHotItem(GetButtonCount() - 1);
+        return result;
+    }
+    case WM_KILLFOCUS:
+        if (!m_bMenuOpen) SetHotItem(-1);
+        break;
+    case WM_KEYDOWN:
+        if (OnBarKey(static_cast<UINT>(wParam))) return 0;
+        break;
+    case WM_SYSKEYDOWN:
+        if (wParam == VK_DOWN && OnBarKey(VK_F4)) return 0;
+        break;
+    default: break;
+    }
     return Default();
+}
+
+bool CBreadCrumbBar::OnBarKey(UINT key) {
+    if (key != VK_RETURN && key != VK_SPACE && key != VK_DOWN && key != VK_UP && key != VK_F4) return false;
+    const int hot = GetHotItem();
+    TBBUTTON button = {};
+    if (hot < 0 || !GetButton(hot, &button)) return key == VK_UP || key == VK_DOWN;  // no wrap to other crumbs
+    const bool dropDown = (button.fsStyle & (BTNS_DROPDOWN | BTNS_WHOLEDROPDOWN)) != 0;
+    if ((key == VK_RETURN || key == VK_SPACE) && !(button.fsStyle & BTNS_WHOLEDROPDOWN)) {
+        SendMessage(WM_COMMAND, MAKEWPARAM(button.idCommand, BN_CLICKED), reinterpret_cast<LPARAM>(m_hWnd));
+        return true;
+    }
+    if (key == VK_UP || !dropDown) return true;  // Up, and Down on a crumb without a menu, do nothing
+    NMTOOLBARW toolbar = {};
+    toolbar.hdr.hwndFrom = m_hWnd;
+    toolbar.hdr.idFrom = kKxBreadCrumbControlId;
+    toolbar.hdr.code = TBN_DROPDOWN;
+    toolbar.iItem = button.idCommand;
+    GetRect(static_cast<UINT>(button.idCommand), &toolbar.rcButton);
+    OnDropDown(&toolbar);
+    return true;
 }
 
 void CBreadCrumbBar::OnCrumbCommand(WPARAM wParam) {

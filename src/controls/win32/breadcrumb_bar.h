@@ -33,6 +33,8 @@ protected:
     virtual LRESULT OnCustomDraw(NMTBCUSTOMDRAW* draw);
     // A WM_COMMAND the bar sent itself; the plain bar passes it to its parent.
     virtual void OnCrumbCommand(WPARAM wParam);
+    // A key while the bar has the focus; true when the bar used it.
+    bool OnBarKey(UINT key);
     void ForwardToParent(UINT message, WPARAM wParam, LPARAM lParam);
 
 public:

@@ -80,7 +80,11 @@ BOOL CDlgAddMusics::OnInitDialog() {
 HRESULT CDlgAddMusics::InitBreadCrumb() {
     if (!m_model.m_pRootItem || !m_model.m_pRootFolder) return E_INVALIDARG;
     const RECT empty = {};
-    if (!m_breadCrumb.Create(kBarStyle, empty, this, KX_IDC_ADDMUSICS_BAR)) return E_FAIL;
+    // A tab stop in the place its template keeps for it, after the hint and before the search box:
+    // the keyboard reaches every crumb and its menu (the bar's own keys).
+    if (!m_breadCrumb.Create(kBarStyle | WS_TABSTOP, empty, this, KX_IDC_ADDMUSICS_BAR)) return E_FAIL;
+    if (CWnd* place = GetDlgItem(KX_IDC_ADDMUSICS_BARPLACE))
+        ::SetWindowPos(m_breadCrumb.m_hWnd, place->m_hWnd, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_breadCrumb.ClearCrumbs();
     m_breadCrumb.m_pfnTruncate = &CAddMusicsModel::OnCrumbTruncate;
     m_breadCrumb.m_pTruncateOwner = &m_model;

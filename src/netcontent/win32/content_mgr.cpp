@@ -142,7 +142,10 @@ LONG STDMETHODCALLTYPE CNetContentMgr::ResolvePending(LONG_PTR) { return kNetCon
 DWORD STDMETHODCALLTYPE CNetContentMgr::GetCapabilities() { return kNetContentLocalArt | kNetContentServiceArt; }
 
 // Only one lookup runs at a time: a request while one runs is answered kNetContentBusy, and the
-// client waits for its callback. The request's other words are not read.
+// client waits for its callback. A lookup that has called back is over for its client, though its
+// thread may still be on its way out: the next request waits for that thread to end rather than
+// refuse, unless it comes from the callback itself (that thread cannot wait for itself: busy).
+// The request's other words are not read.
 LONG STDMETHODCALLTYPE CNetContentMgr::RequestArtwork(LONG, LONG, LPCWSTR path, LONG_PTR, LONG_PTR, LONG, LONG_PTR,
                                                       LONG_PTR, LONG_PTR, LONG_PTR, LONG_PTR) {
     return Guarded(L"CNetContentMgr::RequestArtwork", [&]() -> LONG {
@@ -150,6 +153,17 @@ LONG STDMETHODCALLTYPE CNetContentMgr::RequestArtwork(LONG, LONG, LPCWSTR path, 
         size_t length = 0;
         while (path[length] && length <= kMaxPathChars) ++length;
         if (length > kMaxPathChars) return kNetContentBadArgument;
+        HANDLE finishing = nullptr;
+        {
+            CSharedLock lock(&m_lock);
+            if (m_worker && m_answered && GetThreadId(m_worker.Get()) != GetCurrentThreadId())
+                DuplicateHandle(GetCurrentProcess(), m_worker.Get(), GetCurrentProcess(), &finishing, SYNCHRONIZE,
+                                FALSE, 0);
+        }
+        if (finishing) {
+            WaitForSingleObject(finishing, 5000);  // no lock held: the callback may still call in
+            CloseHandle(finishing);
+        }
         CExclusiveLock lock(&m_lock);
         if (!m_open) return kNetContentNotSupported;
         if (m_worker) {
@@ -158,6 +172,7 @@ LONG STDMETHODCALLTYPE CNetContentMgr::RequestArtwork(LONG, LONG, LPCWSTR path, 
         }
         m_requestPath.assign(path, length);
         InterlockedExchange(&m_cancelled, 0);
+        InterlockedExchange(&m_answered, 0);
         // The worker takes the lock before it reads the request, so it waits until this returns.
         HANDLE thread = CreateThread(nullptr, 0, &CNetContentMgr::WorkerMain, this, 0, nullptr);
         if (!thread) return kNetContentFailed;
@@ -191,6 +206,7 @@ void CNetContentMgr::RunLookup() {
         callback = m_callback;
         context = m_context;
     }
+    InterlockedExchange(&m_answered, 1);
     if (callback) callback(found.bytes.empty() ? kNetContentNotFound : kNetContentFound, &result, context);
 }
 

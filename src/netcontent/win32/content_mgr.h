@@ -66,4 +66,5 @@ private:
     std::wstring m_requestPath;
     kxnet::CFileHandle m_worker;  // the thread of the last lookup, until it is joined
     volatile LONG m_cancelled = 0;
+    volatile LONG m_answered = 0;  // the last lookup has called back: it is over for its client
 };

@@ -221,6 +221,33 @@ TEST_F(AddMusicsThroughPlugin, WalksTheBarAndSearches) {
     EXPECT_EQ(int(lib->Members(lib->Folder(kxhost::WellKnown::AllTracks)).size()), seen.clearedRows);
 }
 
+// The bar from the keyboard: Tab reaches it with the last crumb lit, Down opens that crumb's menu,
+// Left and Enter open the crumb before, as the mouse does.
+TEST_F(AddMusicsThroughPlugin, TheBarWorksFromTheKeyboard) {
+    std::string crumbs;
+    int focused = 0;
+    std::vector<ItemId> got;
+    EXPECT_EQ(S_OK, Run([&](DialogDriver& d) {
+        d.Focus(kCancel).Press(VK_TAB).Inspect([&](HWND dlg) {
+            focused = FocusedId(dlg);
+            crumbs = std::to_string(Crumbs(dlg));
+        });
+        d.Do([](HWND dlg) {
+            // the menu's own loop takes the posted entry, then closes on the cancel
+            PostMessageW(dlg, WM_COMMAND, 8000 + 2, 0);
+            PostMessageW(dlg, WM_CANCELMODE, 0, 0);
+            SendMessageW(GetDlgItem(dlg, KX_IDC_ADDMUSICS_BAR), WM_KEYDOWN, VK_DOWN, 0);
+        });
+        d.Inspect([&](HWND dlg) { crumbs += " " + std::to_string(Crumbs(dlg)); });
+        d.Focus(kCancel).Press(VK_TAB).Press(VK_LEFT).Press(VK_RETURN).Inspect([&](HWND dlg) {
+            crumbs += " " + std::to_string(Crumbs(dlg));
+        });
+        d.Click(kOk);
+    }, nullptr, &got));
+    EXPECT_EQ(KX_IDC_ADDMUSICS_BAR, focused);
+    EXPECT_EQ("3 4 3", crumbs);
+}
+
 TEST_F(AddMusicsThroughPlugin, GivenTracksAndEdges) {
     IKxTrackList* given = nullptr;
     ASSERT_EQ(S_OK, lib->CreateTrackList(sample.playlists[0], &given));
