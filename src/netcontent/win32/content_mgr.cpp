@@ -153,17 +153,15 @@ LONG STDMETHODCALLTYPE CNetContentMgr::RequestArtwork(LONG, LONG, LPCWSTR path, 
         size_t length = 0;
         while (path[length] && length <= kMaxPathChars) ++length;
         if (length > kMaxPathChars) return kNetContentBadArgument;
-        HANDLE finishing = nullptr;
+        kxnet::CFileHandle finishing;
         {
             CSharedLock lock(&m_lock);
-            if (m_worker && m_answered && GetThreadId(m_worker.Get()) != GetCurrentThreadId())
-                DuplicateHandle(GetCurrentProcess(), m_worker.Get(), GetCurrentProcess(), &finishing, SYNCHRONIZE,
-                                FALSE, 0);
+            HANDLE copy = nullptr;
+            if (m_worker && m_answered && GetThreadId(m_worker.Get()) != GetCurrentThreadId() &&
+                DuplicateHandle(GetCurrentProcess(), m_worker.Get(), GetCurrentProcess(), &copy, SYNCHRONIZE, FALSE, 0))
+                finishing.Reset(copy);
         }
-        if (finishing) {
-            WaitForSingleObject(finishing, 5000);  // no lock held: the callback may still call in
-            CloseHandle(finishing);
-        }
+        if (finishing) WaitForSingleObject(finishing.Get(), 5000);  // no lock held: the callback may still call in
         CExclusiveLock lock(&m_lock);
         if (!m_open) return kNetContentNotSupported;
         if (m_worker) {

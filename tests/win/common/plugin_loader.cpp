@@ -35,4 +35,18 @@ HRESULT PluginLibrary::Create(IKxCommonResource** out, IUnknown* outer, REFIID i
     return hr;
 }
 
+DWORD RunRegsvr32(const std::wstring& args, const std::wstring& folder) {
+    std::wstring line = L"regsvr32.exe /s " + args;
+    STARTUPINFOW si = {sizeof(si)};
+    PROCESS_INFORMATION pi = {};
+    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &pi))
+        return 0xFFFFFFFF;
+    WaitForSingleObject(pi.hProcess, 60000);
+    DWORD code = 0xFFFFFFFE;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return code;
+}
+
 }  // namespace kxtest

@@ -12,6 +12,10 @@ namespace kxtest {
 // Folder of the running test executable, with a trailing backslash; the build puts the DLLs there.
 std::wstring ExeDir();
 
+// regsvr32 /s with `args`, run in `folder` (where the DLLs find VnIntrfu.dll); its exit code,
+// 0xFFFFFFFF when it could not start.
+DWORD RunRegsvr32(const std::wstring& args, const std::wstring& folder = ExeDir());
+
 class PluginLibrary {
 public:
     explicit PluginLibrary(const std::wstring& path = ExeDir() + L"KxComResPlgin.dll");

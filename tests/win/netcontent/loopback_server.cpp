@@ -63,18 +63,5 @@ ScopedArtService::ScopedArtService(unsigned short port, const std::wstring& path
 
 ScopedArtService::~ScopedArtService() { RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KxNetContent"); }
 
-DWORD RunRegsvr32(const std::wstring& args) {
-    std::wstring line = L"regsvr32.exe /s " + args;
-    STARTUPINFOW si = {sizeof(si)};
-    PROCESS_INFORMATION pi = {};
-    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, ExeDir().c_str(), &si, &pi))
-        return 0xFFFFFFFF;
-    WaitForSingleObject(pi.hProcess, 60000);
-    DWORD code = 0xFFFFFFFE;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return code;
-}
 
 }  // namespace kxtest

@@ -1,7 +1,6 @@
 // What the content manager's Wine tests share: a one-shot HTTP server on the loopback address
 // (it accepts one connection, keeps the request line, waits until the test lets it answer, and
-// answers 200 with the given body), the art service configured for it while a test runs, and
-// regsvr32 run in the test programs' folder.
+// answers 200 with the given body) and the art service configured for it while a test runs.
 #pragma once
 
 #include <winsock2.h>
@@ -48,7 +47,5 @@ public:
     ScopedArtService& operator=(const ScopedArtService&) = delete;
 };
 
-// regsvr32 /s with `args`, run in the folder of the test program; its exit code.
-DWORD RunRegsvr32(const std::wstring& args);
 
 }  // namespace kxtest

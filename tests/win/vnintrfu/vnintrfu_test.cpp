@@ -17,6 +17,7 @@
 namespace {
 
 using kxtest::ExeDir;
+using kxtest::RunRegsvr32;
 
 typedef tagVnINTRFCRESULT(WINAPI* RegisterFn)(HINSTANCE, const CLSID*, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, int);
 typedef tagVnINTRFCRESULT(WINAPI* UnregisterFn)(const CLSID*, LPCWSTR, LPCWSTR, LPCWSTR);
@@ -38,19 +39,6 @@ struct VnIntrfu {
     FreeUnusedFn FreeUnused = module.Export<FreeUnusedFn>("VnFreeUnusedLibraries");
 };
 
-DWORD RunRegsvr32(const std::wstring& args, const std::wstring& folder) {
-    std::wstring line = L"regsvr32.exe /s " + args;
-    STARTUPINFOW si = {sizeof(si)};
-    PROCESS_INFORMATION pi = {};
-    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &pi))
-        return 0xFFFFFFFF;
-    WaitForSingleObject(pi.hProcess, 60000);
-    DWORD code = 0xFFFFFFFE;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return code;
-}
 
 void CloseKey(HKEY key) { RegCloseKey(key); }
 using Key = CKxUnique<HKEY, &CloseKey>;
